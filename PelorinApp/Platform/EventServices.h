@@ -1,0 +1,71 @@
+#pragma once
+
+#include "Platform/Event.h"
+#include "Platform/Geometry.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace quillon {
+
+/// An opaque handle. Letting go of the last reference removes the tap.
+class EventTap {
+  public:
+    virtual ~EventTap() = default;
+};
+using EventTapRef = std::shared_ptr<EventTap>;
+
+/// What connects a tap to the main run loop (RunLoop::addSource). A tap whose source is on no run
+/// loop gets no events.
+class RunLoopSource {
+  public:
+    virtual ~RunLoopSource() = default;
+    virtual void attach() = 0;
+    virtual void detach() = 0;
+};
+using RunLoopSourceRef = std::shared_ptr<RunLoopSource>;
+
+enum class TapLocation : std::uint32_t { hid = 0 };
+enum class TapPlacement : std::uint32_t { headInsert = 0 };
+enum class TapOptions : std::uint32_t { filtering = 0, listenOnly = 1 };
+
+/// Runs on the main thread. Returns the event to pass it on (perhaps rewritten), null to consume
+/// it. `event` is null for the two tap-disabled types.
+using EventTapCallback = Event* (*)(EventType type, Event* event, void* userInfo);
+
+/// Says where on the given screens a tap could consume. Called on any thread, at any time, also
+/// after the tap is gone: it must own everything that it reads.
+using ArmedAt = std::function<bool(Point pointer, std::span<const Rect> screens)>;
+
+/// Taps into the stream of input events, ahead of the applications.
+///
+/// Main thread only. Taps run newest first; each may pass, rewrite or consume. A tap that does not
+/// answer in time is disabled, the event passes, and the tap's callback is later told so with
+/// EventType::tapDisabledByTimeout; enabling it again is the callback's business.
+class EventServices {
+  public:
+    virtual ~EventServices() = default;
+
+    /// Null when the system grants no tap. `owner` is the id of the tool, for diagnostics. The
+    /// tap starts disabled and without a source.
+    virtual EventTapRef createTap(TapLocation location, TapPlacement placement, TapOptions options,
+                                  std::uint64_t eventsOfInterest, EventTapCallback callback,
+                                  void* userInfo, std::string_view owner) = 0;
+
+    virtual RunLoopSourceRef createRunLoopSource(const EventTapRef& tap) = 0;
+
+    virtual void enableTap(EventTap& tap, bool enable) = 0;
+
+    /// Called on the main thread when the system takes the tap away for good (it is not called
+    /// when the owner lets go of it). The handler may release the tap.
+    virtual void setInvalidationHandler(EventTap& tap, std::function<void()> handler) = 0;
+
+    /// A hint for systems that must hold something of the user's to be able to consume: they hold
+    /// it only where `armedAt` says so, and nothing when it is empty. Others ignore it.
+    virtual void setArmedAt(EventTap& tap, ArmedAt armedAt) = 0;
+};
+
+} // namespace quillon

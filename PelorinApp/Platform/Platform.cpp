@@ -1,0 +1,20 @@
+#include "Platform/Platform.h"
+
+#include <cstdlib>
+
+namespace quillon {
+
+namespace {
+Platform* currentPlatform = nullptr;
+} // namespace
+
+Platform& Platform::current() {
+    if (currentPlatform == nullptr) {
+        std::abort();
+    }
+    return *currentPlatform;
+}
+
+void Platform::setCurrent(Platform* platform) { currentPlatform = platform; }
+
+} // namespace quillon

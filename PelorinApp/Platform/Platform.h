@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/Bundle.h"
+#include "Platform/Diagnostics.h"
+#include "Platform/Displays.h"
+#include "Platform/EventServices.h"
+#include "Platform/RunLoop.h"
+#include "Platform/ScriptingService.h"
+#include "Platform/UserDefaults.h"
+
+namespace quillon {
+
+/// The services of the system that the program runs on. It outlives everything that is built on
+/// it, the pieces of background work included.
+struct Platform {
+    RunLoop& runLoop;
+    EventServices& events;
+    Displays& displays;
+    Accessibility& accessibility;
+    ScriptingService& scripting;
+    UserDefaultsStores& userDefaults;
+    Bundle& bundle;
+    Diagnostics& diagnostics;
+
+    /// The platform of the process, for what is shared process-wide. main sets it, once, before
+    /// anything asks for it.
+    static Platform& current();
+    static void setCurrent(Platform* platform);
+};
+
+} // namespace quillon

@@ -1,0 +1,26 @@
+# One place for how every target of this project is compiled.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                    -Wcast-align -Wnull-dereference -Wformat=2
+                    # Members that are left out have their defaults, which is what they are for.
+                    -Wno-missing-field-initializers)
+if(QUILLON_WARNINGS_AS_ERRORS)
+  add_compile_options(-Werror)
+endif()
+add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY QT_NO_CAST_TO_ASCII)
+
+if(QUILLON_SANITIZE)
+  add_compile_options(-fsanitize=${QUILLON_SANITIZE} -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${QUILLON_SANITIZE})
+  # The sanitizers' own instrumentation makes g++ see null dereferences that are not there.
+  add_compile_options(-Wno-null-dereference)
+endif()
+if(QUILLON_COVERAGE)
+  add_compile_options(--coverage -O0)
+  add_link_options(--coverage)
+endif()
