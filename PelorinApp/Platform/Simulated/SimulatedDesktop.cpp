@@ -1,0 +1,39 @@
+#include "Platform/Simulated/SimulatedDesktop.h"
+
+#include <utility>
+
+namespace quillon {
+
+class SimulatedScripting::SimulatedScript final : public Script {
+  public:
+    SimulatedScript(SimulatedScripting& service, std::string_view source)
+        : service_(service), source_(source) {}
+
+    std::optional<std::string> execute() override {
+        service_.sink_("script", source_);
+        return service_.failure;
+    }
+
+  private:
+    SimulatedScripting& service_;
+    std::string source_;
+};
+
+std::unique_ptr<Script> SimulatedScripting::compile(std::string_view source) {
+    if (!compiles) {
+        return nullptr;
+    }
+    return std::make_unique<SimulatedScript>(*this, source);
+}
+
+std::optional<std::string> SimulatedBundle::infoString(std::string_view key) const {
+    const auto found = info.find(key);
+    return found == info.end() ? std::nullopt : std::optional(found->second);
+}
+
+SimulatedDesktop::SimulatedDesktop(ActionSink sink)
+    : events(sink), scripting(sink),
+      diagnostics(std::move(sink)), platform{runLoop,   events,       displays, accessibility,
+                                             scripting, userDefaults, bundle,   diagnostics} {}
+
+} // namespace quillon

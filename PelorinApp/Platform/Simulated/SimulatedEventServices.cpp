@@ -1,0 +1,162 @@
+#include "Platform/Simulated/SimulatedEventServices.h"
+
+#include <string>
+#include <utility>
+
+namespace quillon {
+
+class SimulatedEventServices::SimulatedTap final : public EventTap {
+  public:
+    SimulatedTap(std::uint64_t interest, EventTapCallback function, void* context,
+                 std::string_view tool, ActionSink& sink)
+        : mask(interest), callback(function), userInfo(context), owner(tool), sink_(sink) {}
+    SimulatedTap(const SimulatedTap&) = delete;
+    SimulatedTap& operator=(const SimulatedTap&) = delete;
+    ~SimulatedTap() override {
+        if (!dropped) {
+            sink_("tap", "remove " + owner);
+        }
+    }
+
+    [[nodiscard]] bool isListening() const { return enabled && attached && !dropped; }
+
+    std::uint64_t mask;
+    EventTapCallback callback;
+    void* userInfo;
+    std::string owner;
+    bool enabled = false;
+    bool attached = false;
+    bool dropped = false;
+    std::function<void()> invalidated;
+    ArmedAt armedAt;
+
+  private:
+    ActionSink& sink_;
+};
+
+class SimulatedEventServices::SimulatedSource final : public RunLoopSource {
+  public:
+    explicit SimulatedSource(const std::shared_ptr<SimulatedTap>& tap) : tap_(tap) {}
+    void attach() override { setAttached(true); }
+    void detach() override { setAttached(false); }
+
+  private:
+    void setAttached(bool attached) {
+        if (const auto tap = tap_.lock()) {
+            tap->attached = attached;
+        }
+    }
+    std::weak_ptr<SimulatedTap> tap_;
+};
+
+namespace {
+template <class Tap>
+Tap& simulated(EventTap& tap) {
+    return static_cast<Tap&>(tap);
+}
+} // namespace
+
+EventTapRef SimulatedEventServices::createTap(TapLocation /*location*/, TapPlacement /*placement*/,
+                                              TapOptions /*options*/,
+                                              std::uint64_t eventsOfInterest,
+                                              EventTapCallback callback, void* userInfo,
+                                              std::string_view owner) {
+    if (!granting_) {
+        return nullptr;
+    }
+    auto tap = std::make_shared<SimulatedTap>(eventsOfInterest, callback, userInfo, owner, sink_);
+    std::erase_if(taps_, [](const auto& old) { return old.expired(); });
+    taps_.insert(taps_.begin(), tap);
+    sink_("tap", "install " + tap->owner);
+    return tap;
+}
+
+RunLoopSourceRef SimulatedEventServices::createRunLoopSource(const EventTapRef& tap) {
+    return std::make_shared<SimulatedSource>(std::static_pointer_cast<SimulatedTap>(tap));
+}
+
+void SimulatedEventServices::enableTap(EventTap& tap, bool enable) {
+    simulated<SimulatedTap>(tap).enabled = enable;
+}
+
+void SimulatedEventServices::setInvalidationHandler(EventTap& tap, std::function<void()> handler) {
+    simulated<SimulatedTap>(tap).invalidated = std::move(handler);
+}
+
+void SimulatedEventServices::setArmedAt(EventTap& tap, ArmedAt armedAt) {
+    simulated<SimulatedTap>(tap).armedAt = std::move(armedAt);
+}
+
+std::vector<std::shared_ptr<SimulatedEventServices::SimulatedTap>>
+SimulatedEventServices::living() const {
+    std::vector<std::shared_ptr<SimulatedTap>> taps;
+    for (const auto& weak : taps_) {
+        if (auto tap = weak.lock(); tap && !tap->dropped) {
+            taps.push_back(std::move(tap));
+        }
+    }
+    return taps;
+}
+
+SimulatedEventServices::Fate SimulatedEventServices::deliver(EventType type, FieldEvent& event) {
+    const FieldEvent before = event;
+    for (const auto& tap : living()) {
+        if (tap->isListening() && (tap->mask & eventMask(type)) != 0 &&
+            tap->callback(type, &event, tap->userInfo) == nullptr) {
+            return Fate::consume;
+        }
+    }
+    return event == before ? Fate::pass : Fate::rewrite;
+}
+
+void SimulatedEventServices::disableAll(EventType reason) {
+    const auto taps = living();
+    for (const auto& tap : taps) {
+        tap->enabled = false;
+    }
+    for (const auto& tap : taps) {
+        if (tap->attached) {
+            tap->callback(reason, nullptr, tap->userInfo);
+        }
+    }
+}
+
+void SimulatedEventServices::drop(std::string_view owner) {
+    for (const auto& tap : living()) {
+        if (tap->owner == owner) {
+            tap->dropped = true;
+            if (tap->invalidated) {
+                std::exchange(tap->invalidated, nullptr)();
+            }
+        }
+    }
+}
+
+bool SimulatedEventServices::hasTap(std::string_view owner) const {
+    for (const auto& tap : living()) {
+        if (tap->owner == owner) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool SimulatedEventServices::isListening(std::string_view owner) const {
+    for (const auto& tap : living()) {
+        if (tap->owner == owner && tap->isListening()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool SimulatedEventServices::isArmedAt(Point pointer, std::span<const Rect> screens) const {
+    for (const auto& tap : living()) {
+        if (tap->isListening() && tap->armedAt && tap->armedAt(pointer, screens)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace quillon

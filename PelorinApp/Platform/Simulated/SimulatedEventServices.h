@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Platform/EventServices.h"
+#include "Platform/FieldEvent.h"
+#include "Platform/Simulated/ActionSink.h"
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace quillon {
+
+/// Taps on input that a test or trace makes up.
+class SimulatedEventServices final : public EventServices {
+  public:
+    explicit SimulatedEventServices(ActionSink sink) : sink_(std::move(sink)) {}
+
+    EventTapRef createTap(TapLocation location, TapPlacement placement, TapOptions options,
+                          std::uint64_t eventsOfInterest, EventTapCallback callback, void* userInfo,
+                          std::string_view owner) override;
+    RunLoopSourceRef createRunLoopSource(const EventTapRef& tap) override;
+    void enableTap(EventTap& tap, bool enable) override;
+    void setInvalidationHandler(EventTap& tap, std::function<void()> handler) override;
+    void setArmedAt(EventTap& tap, ArmedAt armedAt) override;
+
+    enum class Fate { pass, rewrite, consume };
+
+    /// Sends an event of the user through the taps and says what became of it.
+    Fate deliver(EventType type, FieldEvent& event);
+
+    /// The system switches every tap off, then tells each one.
+    void disableAll(EventType reason);
+
+    /// Whether the system grants new taps.
+    void setGranting(bool granting) { granting_ = granting; }
+
+    /// The tool's tap vanishes, as after a system fault.
+    void drop(std::string_view owner);
+
+    /// Whether some tap of `owner` is there, and whether one would be called for an event.
+    [[nodiscard]] bool hasTap(std::string_view owner) const;
+    [[nodiscard]] bool isListening(std::string_view owner) const;
+
+    /// Whether some enabled tap says that it could consume at this place.
+    [[nodiscard]] bool isArmedAt(Point pointer, std::span<const Rect> screens) const;
+
+  private:
+    class SimulatedTap;
+    class SimulatedSource;
+    [[nodiscard]] std::vector<std::shared_ptr<SimulatedTap>> living() const;
+
+    ActionSink sink_;
+    bool granting_ = true;
+    std::vector<std::weak_ptr<SimulatedTap>> taps_; // newest first
+};
+
+} // namespace quillon

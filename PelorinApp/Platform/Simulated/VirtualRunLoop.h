@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Platform/MainQueue.h"
+#include "Platform/RunLoop.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+
+namespace quillon {
+
+/// A run loop in virtual time: nothing happens until the test or trace moves the clock, and then
+/// everything happens in a defined order. Single-threaded; "background" work runs in turn, too.
+///
+/// Time is kept in whole microseconds, so that intervals add up exactly.
+class VirtualRunLoop final : public RunLoop {
+  public:
+    using Microseconds = std::int64_t;
+
+    TimerRef asyncAfter(double seconds, std::function<void()> work) override;
+    TimerRef scheduleRepeating(double seconds, std::function<void()> work) override;
+    [[nodiscard]] std::chrono::system_clock::time_point now() const override;
+    [[nodiscard]] double uptime() const override;
+
+    [[nodiscard]] Microseconds time() const { return time_; }
+
+    /// Runs the main queue, then the background queue, until both are empty.
+    void drain();
+
+    /// Moves the clock to `time`, firing each timer that falls due on the way, oldest first among
+    /// those of one moment, and draining the queues after each. A time in the past fires nothing.
+    void advanceTo(Microseconds time);
+    void advance(double seconds);
+
+    /// How many timers are scheduled: for tests that something has stopped ticking.
+    [[nodiscard]] std::size_t timerCount() const { return timers_.size(); }
+
+  protected:
+    void enqueueMain(std::unique_ptr<Work> work) override;
+    void enqueueBackground(std::unique_ptr<Work> work) override;
+
+  private:
+    class VirtualTimer;
+    struct Due {
+        Microseconds at;
+        std::uint64_t age; // creation order; a repeating timer keeps its age
+        auto operator<=>(const Due&) const = default;
+    };
+
+    TimerRef schedule(double seconds, bool repeats, std::function<void()> work);
+    void fireNext();
+
+    Microseconds time_ = 0;
+    std::uint64_t timersMade_ = 0;
+    std::map<Due, std::shared_ptr<VirtualTimer>> timers_;
+    MainQueue main_;
+    MainQueue background_;
+};
+
+} // namespace quillon
