@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Tools/Edges/EdgeToolManager.h"
+#include "Tools/Edges/NotchAccumulator.h"
+#include "Tools/Edges/ScrollTap.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace quillon {
+
+/// An edge tool that consumes scrolling in its bands and acts on every so many notches.
+class EdgeScrollManager : public EdgeToolManager {
+    Q_OBJECT
+
+  public:
+    [[nodiscard]] bool hasEventTap() const { return scrollTap_.exists(); }
+
+    /// Stops listening and forgets the notches gathered so far.
+    void stopMonitoring() override;
+
+    /// One scroll event in the band, on the main thread.
+    void handleEdgeScroll(const ScrollSample& sample);
+
+    [[nodiscard]] const NotchAccumulator& notches() const { return notches_; }
+
+    /// The scroll tap's callback; userInfo is the EdgeScrollManager. Exactly one allocation for an
+    /// event in the band, none for any other.
+    static Event* tapCallback(EventType type, Event* event, void* userInfo);
+
+  protected:
+    EdgeScrollManager(Platform& platform, UserDefaults& defaults, const EdgeToolTraits& traits,
+                      std::string_view toolId);
+
+    /// Notches per action, read anew for every event.
+    [[nodiscard]] virtual std::int64_t scrollThreshold() const = 0;
+    virtual void positiveAction() = 0;
+    virtual void negativeAction() = 0;
+
+    [[nodiscard]] bool hasSource() const override { return scrollTap_.exists(); }
+    bool installSource() override;
+    void removeSource() override { scrollTap_.remove(); }
+    void bandChanged() override;
+
+  private:
+    std::string_view toolId_;
+    ScrollTap scrollTap_;
+    NotchAccumulator notches_;
+};
+
+} // namespace quillon

@@ -1,0 +1,83 @@
+#include "Tools/Edges/Tool4EdgesManager.h"
+
+#include <cmath>
+#include <string>
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+constexpr EdgeToolTraits traits{
+    .isEnabled = {"Tool4EnabledState", true},
+    .edgeSensitivity = {"Tool4EdgeSensitivity", 40.0},
+    .leftEdge = {"Tool4LeftEdge", false},
+    .rightEdge = {"Tool4RightEdge", false},
+    .topEdge = {"Tool4TopEdge", false},
+    .bottomEdge = {"Tool4BottomEdge", false},
+};
+constexpr Setting<double> scrollSensitivitySetting{"Tool4ScrollSensitivity", 4.0};
+
+// Control + left and right arrow: the system's own shortcuts for the neighbouring desktops.
+constexpr std::string_view previousDesktopScript =
+    "tell application \"System Events\" to key code 123 using {control down}";
+constexpr std::string_view nextDesktopScript =
+    "tell application \"System Events\" to key code 124 using {control down}";
+
+} // namespace
+
+Tool4EdgesManager& Tool4EdgesManager::shared() {
+    // Never destroyed: it lives as long as the process, the platform no longer than main.
+    static const auto& instance =
+        *new std::shared_ptr<Tool4EdgesManager>(create(Platform::current()));
+    return *instance;
+}
+
+Tool4EdgesManager::Tool4EdgesManager(Platform& platform)
+    : EdgeScrollManager(platform, platform.userDefaults.standard(), traits, toolId),
+      scrollSensitivity_(doubleForKey(defaults(), scrollSensitivitySetting.key,
+                                      scrollSensitivitySetting.fallback, platform.diagnostics)) {}
+
+std::int64_t Tool4EdgesManager::scrollThreshold() const { return clampedSteps(scrollSensitivity_); }
+
+void Tool4EdgesManager::setScrollSensitivity(double notches) {
+    const auto whole = static_cast<double>(clampedSteps(notches));
+    if (std::fabs(whole - notches) > 0.001) {
+        setScrollSensitivity(whole);
+        return;
+    }
+    const bool changed = std::exchange(scrollSensitivity_, notches) != notches;
+    persist(scrollSensitivitySetting.key, notches);
+    if (changed) {
+        Q_EMIT scrollSensitivityChanged();
+    }
+}
+
+void Tool4EdgesManager::switchToPreviousDesktop() { queueAppleScript(previousDesktopScript); }
+
+void Tool4EdgesManager::switchToNextDesktop() { queueAppleScript(nextDesktopScript); }
+
+void Tool4EdgesManager::queueAppleScript(std::string_view source) {
+    // Only the question whether the manager still exists crosses threads; what the work uses
+    // belongs to the platform, so that the manager never dies on a background thread.
+    platform().runLoop.asyncBackground([owner = weak_from_this(), source,
+                                        &scripting = platform().scripting,
+                                        &diagnostics = platform().diagnostics] {
+        if (!owner.expired()) {
+            runAppleScript(source, scripting, diagnostics);
+        }
+    });
+}
+
+void Tool4EdgesManager::runAppleScript(std::string_view source, ScriptingService& scripting,
+                                       Diagnostics& diagnostics) {
+    const std::unique_ptr<Script> script = scripting.compile(source);
+    if (!script) {
+        return;
+    }
+    if (const auto error = script->execute()) {
+        diagnostics.line("AppleScript error: " + *error);
+    }
+}
+
+} // namespace quillon

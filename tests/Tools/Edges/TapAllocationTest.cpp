@@ -1,0 +1,31 @@
+// A program of its own, since it counts every allocation.
+
+#include "support/AllocationCount.h"
+#include "support/ToolBench.h"
+
+#include <gtest/gtest.h>
+
+namespace quillon {
+namespace {
+
+struct TapAllocation : testing::Test, ToolBench {
+    std::size_t allocationsOfOneEvent(Point pointer) {
+        store("Tool4LeftEdge", true);
+        const auto manager = startTool();
+        desktop.displays.pointer = pointer;
+        FieldEvent event;
+        event.setDoubleValueField(EventField::scrollLineDeltaAxis1, 1);
+        const std::size_t before = allocationCount();
+        EdgeScrollManager::tapCallback(EventType::scrollWheel, &event, manager.get());
+        const std::size_t allocations = allocationCount() - before;
+        desktop.runLoop.drain(); // what was handed over holds the manager
+        return allocations;
+    }
+};
+
+TEST_F(TapAllocation, NoneOutsideTheBand) { EXPECT_EQ(allocationsOfOneEvent({720, 450}), 0U); }
+
+TEST_F(TapAllocation, OneHandOverInTheBand) { EXPECT_EQ(allocationsOfOneEvent({5, 450}), 1U); }
+
+} // namespace
+} // namespace quillon

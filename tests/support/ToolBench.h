@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Platform/Simulated/SimulatedDesktop.h"
+#include "Tools/Edges/Tool4EdgesManager.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quillon {
+
+/// A simulated desktop that writes down what happens on it, and the means to scroll there.
+class ToolBench {
+  public:
+    static constexpr const char* previousScript =
+        R"(script tell application "System Events" to key code 123 using {control down})";
+    static constexpr const char* nextScript =
+        R"(script tell application "System Events" to key code 124 using {control down})";
+
+    using Fate = SimulatedEventServices::Fate;
+
+    /// Makes the manager and lets its first trust answer arrive.
+    std::shared_ptr<Tool4EdgesManager> startTool() {
+        auto manager = Tool4EdgesManager::create(desktop.platform);
+        desktop.runLoop.drain();
+        return manager;
+    }
+
+    void store(const char* key, DefaultsObject object) {
+        desktop.userDefaults.standard().set(key, std::move(object));
+    }
+
+    Fate wheel(double vertical, double horizontal = 0) {
+        FieldEvent event;
+        event.setDoubleValueField(EventField::scrollLineDeltaAxis1, vertical);
+        event.setDoubleValueField(EventField::scrollLineDeltaAxis2, horizontal);
+        return scroll(event);
+    }
+
+    Fate scroll(FieldEvent event) {
+        const Fate fate = desktop.events.deliver(EventType::scrollWheel, event);
+        desktop.runLoop.drain();
+        return fate;
+    }
+
+    void wheelTimes(int count, double delta) {
+        for (int i = 0; i < count; ++i) {
+            wheel(delta);
+        }
+    }
+
+    [[nodiscard]] int count(const std::string& action) const {
+        return static_cast<int>(std::count(actions.begin(), actions.end(), action));
+    }
+
+    [[nodiscard]] bool hasTap() const { return desktop.events.hasTap(Tool4EdgesManager::toolId); }
+
+    void pointerAtLeftEdge() { desktop.displays.pointer = {5, 450}; }
+
+    std::vector<std::string> actions;
+    SimulatedDesktop desktop{[this](std::string_view kind, const std::string& detail) {
+        actions.push_back(std::string(kind) + " " + detail);
+    }};
+};
+
+} // namespace quillon

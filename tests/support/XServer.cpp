@@ -1,0 +1,134 @@
+#include "support/XServer.h"
+
+#include "Platform/Linux/x11/WheelGrabs.h"
+
+#include <QCoreApplication>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <xcb/xtest.h>
+
+namespace quillon {
+
+namespace {
+
+constexpr std::chrono::seconds limit{8};
+
+/// Reads the display number that the server writes once it is ready.
+std::string readDisplay(int descriptor) {
+    std::string number;
+    char c = 0;
+    while (read(descriptor, &c, 1) == 1 && c != '\n') {
+        number += c;
+    }
+    return number;
+}
+
+} // namespace
+
+XServer::XServer(const std::vector<std::string>& extraArguments) {
+    std::array<int, 2> ready{};
+    if (pipe(ready.data()) != 0) {
+        throw std::runtime_error("pipe");
+    }
+    process_ = fork();
+    if (process_ == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        sigset_t none;
+        sigemptyset(&none);
+        sigprocmask(SIG_SETMASK, &none, nullptr);
+        close(ready[0]);
+        const std::string descriptor = std::to_string(ready[1]);
+        std::vector<std::string> words{"Xvfb",        "-displayfd", descriptor, "-screen", "0",
+                                       "1280x800x24", "-nolisten",  "tcp",      "-noreset"};
+        words.insert(words.end(), extraArguments.begin(), extraArguments.end());
+        std::vector<char*> arguments;
+        for (std::string& word : words) {
+            arguments.push_back(word.data());
+        }
+        arguments.push_back(nullptr);
+        execvp(arguments[0], arguments.data());
+        _exit(127);
+    }
+    close(ready[1]);
+    const std::string number = readDisplay(ready[0]);
+    close(ready[0]);
+    if (number.empty()) {
+        throw std::runtime_error("Xvfb did not start");
+    }
+    setenv("DISPLAY", (":" + number).c_str(), 1);
+}
+
+XServer::~XServer() { kill(); }
+
+void XServer::kill() {
+    if (process_ > 0) {
+        ::kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+        process_ = -1;
+        unsetenv("DISPLAY");
+    }
+}
+
+XClient::XClient() : connection_(X11Connection::open()) {
+    const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_BUTTON_PRESS};
+    const xcb_window_t window = xcb_generate_id(connection_->get());
+    xcb_create_window(connection_->get(), XCB_COPY_FROM_PARENT, window, connection_->root(), 0, 0,
+                      1280, 800, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
+    xcb_map_window(connection_->get(), window);
+    connection_->sync();
+}
+
+void XClient::movePointer(int x, int y) const {
+    xcb_test_fake_input(connection_->get(), XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME,
+                        connection_->root(), static_cast<std::int16_t>(x),
+                        static_cast<std::int16_t>(y), 0);
+    connection_->sync();
+}
+
+void XClient::pressWheel(std::uint8_t button) const {
+    for (const std::uint8_t type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE}) {
+        xcb_test_fake_input(connection_->get(), type, button, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    }
+    xcb_flush(connection_->get());
+}
+
+int XClient::wheelPresses() {
+    while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
+        wheelPresses_ += event->response_type == XCB_BUTTON_PRESS ? 1 : 0;
+    }
+    return wheelPresses_;
+}
+
+bool XClient::canGrabWheel() const {
+    // Nobody else gets a turn meanwhile, or the question itself would be in their way.
+    xcb_grab_server(connection_->get());
+    WheelGrabs grabs(*connection_);
+    const bool all = grabs.take().empty();
+    grabs.release();
+    xcb_ungrab_server(connection_->get());
+    connection_->sync();
+    return all;
+}
+
+void XClient::grabWheel() const { WheelGrabs(*connection_).take(); }
+
+bool waitUntil(const std::function<bool()>& condition) {
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    return true;
+}
+
+} // namespace quillon

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Platform/Linux/x11/X11Connection.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace quillon {
+
+/// A virtual X server that lives as long as this object; $DISPLAY names it meanwhile.
+class XServer {
+  public:
+    explicit XServer(const std::vector<std::string>& extraArguments = {});
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+    ~XServer();
+
+    void kill();
+
+  private:
+    pid_t process_ = -1;
+};
+
+/// Another program on that server: a window that takes scrolls, and injected input.
+class XClient {
+  public:
+    XClient();
+
+    void movePointer(int x, int y) const;
+    void pressWheel(std::uint8_t button) const;
+
+    /// Wheel presses that this client's window has received so far.
+    int wheelPresses();
+
+    /// Whether wheel grabs like ours could be taken by this client at this moment.
+    [[nodiscard]] bool canGrabWheel() const;
+
+    /// Takes them and keeps them.
+    void grabWheel() const;
+
+    [[nodiscard]] X11Connection& connection() const { return *connection_; }
+
+  private:
+    std::unique_ptr<X11Connection> connection_;
+    int wheelPresses_ = 0;
+};
+
+/// Processes this thread's events until the condition holds; false after a limit that no passing
+/// test reaches.
+bool waitUntil(const std::function<bool()>& condition);
+
+} // namespace quillon
