@@ -1,0 +1,50 @@
+#include "Platform/Linux/session/FileBundle.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdlib>
+#include <fstream>
+
+namespace quillon {
+
+namespace {
+
+std::filesystem::path findInfoFile() {
+    if (const char* named = std::getenv("QUILLON_INFO"); named != nullptr && *named != '\0') {
+        return named;
+    }
+    std::error_code failed;
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe", failed).parent_path();
+    const auto installed = folder / "../share/quillon/Info.json";
+    return std::filesystem::exists(installed, failed) ? installed : folder / "Info.json";
+}
+
+} // namespace
+
+FileBundle::FileBundle(Diagnostics& diagnostics) : FileBundle(findInfoFile(), diagnostics) {}
+
+FileBundle::FileBundle(const std::filesystem::path& file, Diagnostics& diagnostics) {
+    std::ifstream in(file);
+    const auto document = nlohmann::json::parse(in, nullptr, false);
+    if (!document.is_object()) {
+        diagnostics.line("⚠️ " + file.string() +
+                         " is missing or is no JSON object; using built-in values");
+        return;
+    }
+    for (const auto& [key, value] : document.items()) {
+        if (value.is_string()) {
+            info_.emplace(key, value.get<std::string>());
+        }
+    }
+}
+
+std::string FileBundle::identifier() const {
+    return infoString("identifier").value_or("com.pelorin.PelorinApp");
+}
+
+std::optional<std::string> FileBundle::infoString(std::string_view key) const {
+    const auto found = info_.find(key);
+    return found == info_.end() ? std::nullopt : std::optional(found->second);
+}
+
+} // namespace quillon

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+#include <utility>
+
+namespace quillon {
+
+/// Owns an open file.
+class FileDescriptor {
+  public:
+    FileDescriptor() = default;
+    explicit FileDescriptor(int fd) : fd_(fd) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+        std::swap(fd_, other.fd_);
+        return *this;
+    }
+    ~FileDescriptor() {
+        if (fd_ >= 0) {
+            ::close(fd_);
+        }
+    }
+
+    [[nodiscard]] int get() const { return fd_; }
+    [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
+
+  private:
+    int fd_ = -1;
+};
+
+/// What went wrong with a system call, in words.
+[[nodiscard]] inline std::string systemError(std::string_view what, int error) {
+    std::string text(what);
+    text += ": ";
+    text += strerrordesc_np(error) == nullptr ? "unknown error" : strerrordesc_np(error);
+    return text;
+}
+
+} // namespace quillon

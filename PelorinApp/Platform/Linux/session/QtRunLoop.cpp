@@ -1,0 +1,171 @@
+#include "Platform/Linux/session/QtRunLoop.h"
+
+#include <QCoreApplication>
+#include <QObject>
+#include <QRunnable>
+#include <QTimerEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <csignal>
+#include <utility>
+#include <vector>
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace quillon {
+
+namespace {
+
+class BackgroundWork final : public QRunnable {
+  public:
+    explicit BackgroundWork(std::unique_ptr<Work> work) : work_(std::move(work)) {}
+    void run() override { work_->run(); }
+
+  private:
+    std::unique_ptr<Work> work_;
+};
+
+/// The signals that ask the program to end, as a descriptor instead of an interruption.
+int takeSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaddset(&signals, signal);
+    }
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    return signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+}
+
+/// Timers from a second on may be late by a twentieth, which lets the kernel wake the processor
+/// once for several of them.
+Qt::TimerType timerType(double seconds) {
+    return seconds < 1.0 ? Qt::PreciseTimer : Qt::CoarseTimer;
+}
+
+} // namespace
+
+/// All timers of the loop hang on one object. Qt hands the ids of ended timers out again, so the
+/// handles use numbers of our own.
+class QtRunLoop::Timers final : public QObject {
+  public:
+    using Number = std::uint64_t;
+
+    Number start(double seconds, bool repeats, std::function<void()> work) {
+        const auto interval = std::chrono::milliseconds(std::llround(seconds * 1000));
+        const int id = startTimer(interval, timerType(seconds));
+        auto callback = std::make_shared<std::function<void()>>(std::move(work));
+        scheduled_.push_back({++started_, id, repeats, std::move(callback)});
+        return started_;
+    }
+
+    void cancel(Number number) {
+        const auto found = std::find_if(scheduled_.begin(), scheduled_.end(),
+                                        [&](const auto& one) { return one.number == number; });
+        if (found != scheduled_.end()) {
+            killTimer(found->id);
+            scheduled_.erase(found);
+        }
+    }
+
+  protected:
+    void timerEvent(QTimerEvent* event) override {
+        const auto found = std::find_if(scheduled_.begin(), scheduled_.end(), [&](const auto& one) {
+            return one.id == event->timerId();
+        });
+        if (found == scheduled_.end()) {
+            return;
+        }
+        const auto work = found->work; // outlives a cancel from within
+        if (!found->repeats) {
+            cancel(found->number);
+        }
+        (*work)();
+    }
+
+  private:
+    struct Scheduled {
+        Number number;
+        int id;
+        bool repeats;
+        std::shared_ptr<std::function<void()>> work;
+    };
+    std::vector<Scheduled> scheduled_; // a handful
+    Number started_ = 0;
+};
+
+namespace {
+
+template <class Timers>
+class TimerHandle final : public Timer {
+  public:
+    TimerHandle(std::weak_ptr<Timers> timers, typename Timers::Number number)
+        : timers_(std::move(timers)), number_(number) {}
+    void cancel() override {
+        if (const auto timers = timers_.lock()) {
+            timers->cancel(number_);
+        }
+    }
+
+  private:
+    std::weak_ptr<Timers> timers_;
+    typename Timers::Number number_;
+};
+
+} // namespace
+
+QtRunLoop::QtRunLoop()
+    : signals_(takeSignals()), signalNotifier_(signals_, QSocketNotifier::Read),
+      mainNotifier_(mainQueued_.descriptor(), QSocketNotifier::Read),
+      timers_(std::make_shared<Timers>()) {
+    QObject::connect(&mainNotifier_, &QSocketNotifier::activated, &mainNotifier_, [this] {
+        mainQueued_.clear();
+        main_.runQueued();
+    });
+    QObject::connect(&signalNotifier_, &QSocketNotifier::activated, &signalNotifier_, [this] {
+        signalfd_siginfo signal{};
+        [[maybe_unused]] const auto got = read(signals_, &signal, sizeof signal);
+        quit(0);
+    });
+}
+
+QtRunLoop::~QtRunLoop() {
+    background_.waitForDone();
+    close(signals_);
+}
+
+TimerRef QtRunLoop::asyncAfter(double seconds, std::function<void()> work) {
+    const auto number = timers_->start(seconds, false, std::move(work));
+    return std::make_shared<TimerHandle<Timers>>(timers_, number);
+}
+
+TimerRef QtRunLoop::scheduleRepeating(double seconds, std::function<void()> work) {
+    const auto number = timers_->start(seconds, true, std::move(work));
+    return std::make_shared<TimerHandle<Timers>>(timers_, number);
+}
+
+std::chrono::system_clock::time_point QtRunLoop::now() const {
+    return std::chrono::system_clock::now();
+}
+
+double QtRunLoop::uptime() const {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
+void QtRunLoop::enqueueMain(std::unique_ptr<Work> work) {
+    if (main_.push(std::move(work))) {
+        mainQueued_.wake();
+    }
+}
+
+void QtRunLoop::enqueueBackground(std::unique_ptr<Work> work) {
+    background_.start(new BackgroundWork(std::move(work)));
+}
+
+int QtRunLoop::run() { return QCoreApplication::exec(); }
+
+void QtRunLoop::quit(int status) { QCoreApplication::exit(status); }
+
+} // namespace quillon

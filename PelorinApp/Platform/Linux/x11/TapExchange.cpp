@@ -1,0 +1,40 @@
+#include "Platform/Linux/x11/TapExchange.h"
+
+#include <utility>
+
+namespace quillon {
+
+TapExchange::Question TapExchange::take(WheelPress& press) {
+    const std::scoped_lock lock(mutex_);
+    switch (state_) {
+    case State::asked:
+        state_ = State::taken;
+        press = press_;
+        return Question::open;
+    case State::expiredUnseen:
+        state_ = State::idle;
+        return Question::expired;
+    case State::idle:
+    case State::taken:
+    case State::expired:
+        break;
+    }
+    return Question::none;
+}
+
+bool TapExchange::answer(Verdict verdict) {
+    const std::scoped_lock lock(mutex_);
+    const bool inTime = std::exchange(state_, State::idle) == State::taken;
+    if (inTime) {
+        verdict_ = verdict;
+        answered_.notify_one();
+    }
+    return inTime;
+}
+
+bool TapExchange::isAwaited() {
+    const std::scoped_lock lock(mutex_);
+    return state_ == State::taken;
+}
+
+} // namespace quillon

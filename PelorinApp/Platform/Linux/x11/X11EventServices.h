@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Platform/Diagnostics.h"
+#include "Platform/EventServices.h"
+#include "Platform/Linux/session/WakeUp.h"
+#include "Platform/Linux/x11/InputHolder.h"
+#include "Platform/Linux/x11/TapExchange.h"
+#include "Platform/Linux/x11/X11Displays.h"
+#include "Platform/RunLoop.h"
+
+#include <QSocketNotifier>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace quillon {
+
+/// Taps on an X11 desktop: the main thread's side, which asks the taps and tells the holder where
+/// to hold.
+class X11EventServices final : public EventServices {
+  public:
+    /// `mayTap` says whether the X server grants input control at the moment.
+    X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics, X11Displays& displays,
+                     std::function<bool()> mayTap);
+    ~X11EventServices() override;
+
+    EventTapRef createTap(TapLocation location, TapPlacement placement, TapOptions options,
+                          std::uint64_t eventsOfInterest, EventTapCallback callback, void* userInfo,
+                          std::string_view owner) override;
+    RunLoopSourceRef createRunLoopSource(const EventTapRef& tap) override;
+    void enableTap(EventTap& tap, bool enable) override;
+    void setInvalidationHandler(EventTap& tap, std::function<void()> handler) override;
+    void setArmedAt(EventTap& tap, ArmedAt armedAt) override;
+
+    /// Called by the taps themselves, when what they could consume may have changed.
+    void publishArmed();
+
+  private:
+    class Tap;
+    class Source;
+
+    void answerHolder();
+    Verdict runTaps(const WheelPress& press);
+    void switchOff(Tap& tap);
+    void switchOffAll();
+    void startHolder();
+    void holderLost();
+    [[nodiscard]] std::vector<std::shared_ptr<Tap>> living() const;
+
+    RunLoop& runLoop_;
+    Diagnostics& diagnostics_;
+    X11Displays& displays_;
+    std::function<bool()> mayTap_;
+    std::vector<std::weak_ptr<Tap>> taps_; // newest first
+    std::weak_ptr<Tap> asked_;             // the one that had the latest event last
+    X11Displays::GeometryRef geometry_;
+    WakeUp question_;
+    QSocketNotifier questionNotifier_;
+    TapExchange exchange_;
+    std::shared_ptr<X11EventServices*> self_; // what work on the main queue holds weakly
+    std::unique_ptr<InputHolder> holder_;     // last: its thread uses what stands above
+};
+
+} // namespace quillon

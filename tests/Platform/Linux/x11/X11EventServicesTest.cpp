@@ -1,0 +1,257 @@
+// Taps on a real X server, in one process with the main thread under the test's control.
+
+#include "Platform/Linux/x11/X11EventServices.h"
+
+#include "Platform/Linux/session/QtRunLoop.h"
+#include "Platform/Linux/x11/X11Session.h"
+#include "Platform/Simulated/SimulatedDesktop.h"
+#include "support/XServer.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace quillon {
+namespace {
+
+/// A tap that writes down what it saw, and does as it is told.
+struct Probe {
+    X11Displays* displays = nullptr;
+    bool consumes = true;
+    std::function<void()> meanwhile; // runs inside the callback
+    std::vector<EventType> told;
+    std::vector<Point> places;
+    std::vector<std::pair<double, double>> deltas;
+    int number = 0;
+    std::vector<int>* order = nullptr;
+
+    static Event* callback(EventType type, Event* event, void* userInfo) {
+        auto& probe = *static_cast<Probe*>(userInfo);
+        if (event == nullptr) {
+            probe.told.push_back(type);
+            return nullptr;
+        }
+        if (probe.order != nullptr) {
+            probe.order->push_back(probe.number);
+        }
+        probe.places.push_back(probe.displays->mouseLocation());
+        probe.deltas.emplace_back(event->doubleValueField(EventField::scrollLineDeltaAxis1),
+                                  event->doubleValueField(EventField::scrollLineDeltaAxis2));
+        if (probe.meanwhile) {
+            probe.meanwhile();
+        }
+        return probe.consumes ? nullptr : event;
+    }
+};
+
+bool leftBand(Point pointer, std::span<const Rect> screens) {
+    return !screens.empty() && pointer.x <= 40;
+}
+
+struct X11EventServicesTest : testing::Test {
+    XServer server;
+    int argc = 1;
+    char name[5] = "test";
+    char* argv[2] = {name, nullptr};
+    QCoreApplication application{argc, argv};
+    QtRunLoop loop;
+    std::vector<std::string> lines;
+    std::mutex mutex;
+    SimulatedDiagnostics diagnostics{[this](std::string_view, const std::string& text) {
+        const std::scoped_lock lock(mutex);
+        lines.push_back(text);
+    }};
+    X11Displays displays;
+    bool lost = false;
+    X11Session session{diagnostics, displays, [this] { lost = true; }};
+    X11EventServices events{loop, diagnostics, displays, [this] { return session.isGranted(); }};
+    XClient client;
+
+    EventTapRef tap(Probe& probe) {
+        probe.displays = &displays;
+        EXPECT_TRUE(session.isProcessTrusted());
+        auto made =
+            events.createTap(TapLocation::hid, TapPlacement::headInsert, TapOptions::filtering,
+                             eventMask(EventType::scrollWheel), Probe::callback, &probe, "probe");
+        loop.addSource(events.createRunLoopSource(made));
+        events.setArmedAt(*made, leftBand);
+        events.enableTap(*made, true);
+        return made;
+    }
+
+    bool waitUntilHeld() {
+        return waitUntil([this] { return !client.canGrabWheel(); });
+    }
+    bool waitUntilFree() {
+        return waitUntil([this] { return client.canGrabWheel(); });
+    }
+    std::size_t lineCount() {
+        const std::scoped_lock lock(mutex);
+        return lines.size();
+    }
+};
+
+TEST_F(X11EventServicesTest, HoldsOnlyWhileThePointerIsInTheBand) {
+    Probe probe;
+    client.movePointer(600, 400);
+    const auto made = tap(probe);
+    EXPECT_TRUE(client.canGrabWheel());
+    client.movePointer(10, 400);
+    EXPECT_TRUE(waitUntilHeld());
+    client.movePointer(41, 400);
+    EXPECT_TRUE(waitUntilFree());
+}
+
+TEST_F(X11EventServicesTest, NoticesAWarpToo) {
+    Probe probe;
+    client.movePointer(600, 400);
+    const auto made = tap(probe);
+    xcb_warp_pointer(client.connection().get(), XCB_NONE, client.connection().root(), 0, 0, 0, 0, 5,
+                     300);
+    client.connection().sync();
+    EXPECT_TRUE(waitUntilHeld());
+}
+
+TEST_F(X11EventServicesTest, HoldsAtOnceWhenThePointerIsThereAlready) {
+    client.movePointer(10, 400);
+    Probe probe;
+    auto made = tap(probe);
+    EXPECT_TRUE(waitUntilHeld());
+    made.reset();
+    EXPECT_TRUE(waitUntilFree()) << "a removed tap holds nothing";
+}
+
+TEST_F(X11EventServicesTest, ConsumesWithTheFieldsOfEachButton) {
+    client.movePointer(10, 400);
+    Probe probe;
+    const auto made = tap(probe);
+    ASSERT_TRUE(waitUntilHeld());
+    const std::vector<std::pair<std::uint8_t, std::pair<double, double>>> rows{
+        {4, {1, 0}}, {5, {-1, 0}}, {6, {0, -1}}, {7, {0, 1}}};
+    for (const auto& [button, deltas] : rows) {
+        probe.deltas.clear();
+        client.pressWheel(button);
+        ASSERT_TRUE(waitUntil([&] { return !probe.deltas.empty(); }));
+        EXPECT_EQ(probe.deltas[0], deltas) << int{button};
+    }
+    EXPECT_EQ(probe.places.back(), (Point{10, 400}));
+    client.connection().sync();
+    EXPECT_EQ(client.wheelPresses(), 0);
+}
+
+TEST_F(X11EventServicesTest, PassesExactlyOnce) {
+    client.movePointer(10, 400);
+    Probe probe{.consumes = false};
+    const auto made = tap(probe);
+    ASSERT_TRUE(waitUntilHeld());
+    for (int i = 1; i <= 20; ++i) {
+        client.pressWheel(4);
+        ASSERT_TRUE(waitUntil([&] { return client.wheelPresses() >= i; }));
+    }
+    client.connection().sync();
+    EXPECT_EQ(client.wheelPresses(), 20);
+    EXPECT_EQ(probe.deltas.size(), 20U);
+}
+
+TEST_F(X11EventServicesTest, NewestTapRunsFirst) {
+    client.movePointer(10, 400);
+    std::vector<int> order;
+    Probe old{.consumes = true, .number = 1, .order = &order};
+    Probe recent{.consumes = false, .number = 2, .order = &order};
+    const auto a = tap(old);
+    const auto b = tap(recent);
+    ASSERT_TRUE(waitUntilHeld());
+    client.pressWheel(4);
+    EXPECT_TRUE(waitUntil([&] { return order.size() == 2; }));
+    EXPECT_EQ(order, (std::vector{2, 1}));
+}
+
+TEST_F(X11EventServicesTest, TapThatAnswersTooLateIsDisabledAndToldSo) {
+    client.movePointer(10, 400);
+    Probe probe;
+    const auto made = tap(probe);
+    ASSERT_TRUE(waitUntilHeld());
+    // The callback does not return before the other program has got the scroll all the same.
+    bool passed = false;
+    probe.meanwhile = [&] {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (!passed && std::chrono::steady_clock::now() < deadline) {
+            passed = client.wheelPresses() == 1;
+        }
+    };
+    client.pressWheel(4);
+    ASSERT_TRUE(waitUntil([&] { return !probe.told.empty(); }));
+    EXPECT_TRUE(passed);
+    EXPECT_EQ(probe.told, (std::vector{EventType::tapDisabledByTimeout}));
+    EXPECT_TRUE(waitUntilFree()) << "a disabled tap holds nothing";
+    EXPECT_EQ(lineCount(), 1U);
+
+    probe.meanwhile = nullptr;
+    events.enableTap(*made, true);
+    ASSERT_TRUE(waitUntilHeld());
+    client.pressWheel(4);
+    EXPECT_TRUE(waitUntil([&] { return probe.deltas.size() == 2; }));
+    client.connection().sync();
+    EXPECT_EQ(client.wheelPresses(), 1) << "the second one was consumed";
+}
+
+TEST_F(X11EventServicesTest, BusyMainThreadCostsNoScroll) {
+    client.movePointer(10, 400);
+    Probe probe;
+    const auto made = tap(probe);
+    ASSERT_TRUE(waitUntilHeld());
+    client.pressWheel(4);
+    // This thread is the main one, and it does not look at its events now.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (client.wheelPresses() == 0 && std::chrono::steady_clock::now() < deadline) {
+    }
+    EXPECT_EQ(client.wheelPresses(), 1);
+    client.pressWheel(4);
+    while (client.wheelPresses() == 1 && std::chrono::steady_clock::now() < deadline) {
+    }
+    EXPECT_EQ(client.wheelPresses(), 2) << "and the next ones are not even held up";
+    ASSERT_TRUE(waitUntil([&] { return !probe.told.empty(); }));
+    EXPECT_TRUE(probe.deltas.empty()) << "what has passed must not count as a notch too";
+}
+
+TEST_F(X11EventServicesTest, AnotherProgramsGrabIsSaidOnceAndTriedAgainAtTheNextEntry) {
+    auto other = std::make_unique<XClient>();
+    other->grabWheel();
+    other->connection().sync();
+    client.movePointer(600, 400);
+    Probe probe;
+    const auto made = tap(probe);
+    client.movePointer(10, 400);
+    ASSERT_TRUE(waitUntil([&] { return lineCount() == 1; }));
+    client.movePointer(600, 400);
+    client.movePointer(10, 400);
+    other.reset();
+    client.movePointer(600, 400);
+    // Not while it is in the band, but on the way in.
+    ASSERT_TRUE(waitUntil([&] {
+        client.movePointer(600, 400);
+        QCoreApplication::processEvents();
+        client.movePointer(10, 400);
+        return !client.canGrabWheel();
+    }));
+    EXPECT_EQ(lineCount(), 1U);
+}
+
+TEST_F(X11EventServicesTest, ServerThatDiesIsNoticedAndTakesTheTaps) {
+    client.movePointer(10, 400);
+    Probe probe;
+    const auto made = tap(probe);
+    bool invalidated = false;
+    events.setInvalidationHandler(*made, [&] { invalidated = true; });
+    ASSERT_TRUE(waitUntilHeld());
+    server.kill();
+    EXPECT_TRUE(waitUntil([&] { return lost && invalidated; }));
+    EXPECT_FALSE(session.isGranted());
+}
+
+} // namespace
+} // namespace quillon
