@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Platform/Platform.h"
+#include "Replay/Trace.h"
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+class QObject;
+struct QMetaObject;
+
+namespace quillon {
+
+/// The first statement of the trace that names a tool which this build does not have, or a
+/// property which that tool's manager does not let anyone set to this value.
+[[nodiscard]] std::optional<TraceError> checkTools(const Trace& trace);
+
+/// The real managers of the tools of a trace, made when first needed. They are used as the hub
+/// uses them: through the operations of their modules and their published properties.
+class ReplayTools {
+  public:
+    explicit ReplayTools(Platform& platform) : platform_(platform) {}
+
+    /// The module's activate or deactivate.
+    void switchTool(std::string_view id, bool on);
+    void setProperty(std::string_view id, std::string_view property, const DefaultsObject& value);
+
+  private:
+    QObject& manager(std::string_view id);
+
+    Platform& platform_;
+    // By class, as one manager can serve two tools.
+    std::vector<std::pair<const QMetaObject*, std::shared_ptr<QObject>>> managers_;
+};
+
+} // namespace quillon

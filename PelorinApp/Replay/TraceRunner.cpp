@@ -1,0 +1,162 @@
+#include "Replay/TraceRunner.h"
+
+#include "Platform/Simulated/ActionNumber.h"
+#include "Platform/Simulated/SimulatedDesktop.h"
+#include "Replay/ActionLog.h"
+#include "Replay/ReplayTools.h"
+
+#include <array>
+
+namespace quillon {
+
+namespace {
+
+EventType eventType(const ButtonInput& input) {
+    switch (input.button) {
+    case MouseButton::left:
+        return input.pressed ? EventType::leftMouseDown : EventType::leftMouseUp;
+    case MouseButton::right:
+        return input.pressed ? EventType::rightMouseDown : EventType::rightMouseUp;
+    case MouseButton::middle:
+        break;
+    }
+    return input.pressed ? EventType::otherMouseDown : EventType::otherMouseUp;
+}
+
+FieldEvent scrollEvent(const ScrollInput& scroll) {
+    using enum EventField;
+    FieldEvent event;
+    event.setDoubleValueField(scrollLineDeltaAxis1, scroll.lineDeltaAxis1);
+    event.setDoubleValueField(scrollLineDeltaAxis2, scroll.lineDeltaAxis2);
+    event.setDoubleValueField(scrollFixedPointDeltaAxis1, scroll.fixedPointDeltaAxis1);
+    event.setDoubleValueField(scrollFixedPointDeltaAxis2, scroll.fixedPointDeltaAxis2);
+    event.setDoubleValueField(scrollPointDeltaAxis1, scroll.pointDeltaAxis1);
+    event.setDoubleValueField(scrollPointDeltaAxis2, scroll.pointDeltaAxis2);
+    event.setDoubleValueField(scrollIsContinuous, scroll.isContinuous ? 1 : 0);
+    event.setDoubleValueField(scrollPhase, scroll.phase);
+    event.setDoubleValueField(scrollMomentumPhase, scroll.momentumPhase);
+    return event;
+}
+
+/// The delta fields as `11=1 12=0 …`.
+std::string deltas(const Event& event) {
+    using enum EventField;
+    static constexpr std::array fields{
+        scrollLineDeltaAxis1,       scrollLineDeltaAxis2,  scrollFixedPointDeltaAxis1,
+        scrollFixedPointDeltaAxis2, scrollPointDeltaAxis1, scrollPointDeltaAxis2,
+    };
+    std::string text;
+    for (const EventField field : fields) {
+        text += text.empty() ? "" : " ";
+        text += std::to_string(static_cast<int>(field));
+        text += '=' + actionNumber(event.doubleValueField(field));
+    }
+    return text;
+}
+
+class TraceRun {
+  public:
+    explicit TraceRun(const Trace& trace);
+
+    std::vector<std::string> run();
+
+    void operator()(const PointerMove& move) { desktop_.displays.pointer = move.to; }
+    void operator()(const ScrollInput& scroll) {
+        deliver(EventType::scrollWheel, scrollEvent(scroll));
+    }
+    void operator()(const ButtonInput& input) { deliver(eventType(input), {}); }
+    void operator()(const TapsDisabled& disabled) {
+        desktop_.events.disableAll(disabled.byUser ? EventType::tapDisabledByUserInput
+                                                   : EventType::tapDisabledByTimeout);
+    }
+    void operator()(const TapGrants& grants) { desktop_.events.setGranting(grants.allowed); }
+    void operator()(const TapDrop& drop) { desktop_.events.drop(drop.tool.id); }
+    void operator()(const ScriptFailure& failure) {
+        desktop_.scripting.failure = failure.description;
+    }
+    void operator()(const TrustAnswer& trust) { desktop_.accessibility.trusted = trust.granted; }
+    void operator()(const PropertyChange& change) {
+        tools_.setProperty(change.tool.id, change.property, change.value);
+    }
+    void operator()(const ToolSwitch& toolSwitch) {
+        tools_.switchTool(toolSwitch.tool.id, toolSwitch.on);
+    }
+
+    // The simulated desktop has no service that would show these to a tool.
+    void operator()(const RestingContacts& /*contacts*/) {}
+    void operator()(const DeviceChange& /*change*/) {}
+    void operator()(const FrontApplication& /*front*/) {}
+    void operator()(const TraceWindow& /*window*/) {}
+    void operator()(const ApplicationEnd& /*end*/) {}
+
+  private:
+    void putUpDesktop();
+    void store(const StoredDefault& stored);
+    void deliver(EventType type, FieldEvent event);
+    void log(std::string_view kind, std::string_view detail) {
+        log_.add(desktop_.runLoop.time(), kind, detail);
+    }
+
+    const Trace& trace_;
+    ActionLog log_;
+    SimulatedDesktop desktop_;
+    ReplayTools tools_;
+};
+
+TraceRun::TraceRun(const Trace& trace)
+    : trace_(trace), log_(trace.shown),
+      desktop_([this](std::string_view kind, const std::string& detail) { log(kind, detail); }),
+      tools_(desktop_.platform) {}
+
+void TraceRun::store(const StoredDefault& stored) {
+    UserDefaults& defaults = stored.suite.empty() ? desktop_.userDefaults.standard()
+                                                  : *desktop_.userDefaults.suite(stored.suite);
+    defaults.set(stored.key, stored.object);
+}
+
+void TraceRun::putUpDesktop() {
+    for (const StoredDefault& stored : trace_.defaults) {
+        store(stored);
+    }
+    if (!trace_.screens.empty()) {
+        const Rect& main = trace_.screens.front();
+        desktop_.displays.frames = trace_.screens;
+        desktop_.displays.pointer = {main.x + main.width / 2, main.y + main.height / 2};
+    }
+    desktop_.accessibility.trusted = trace_.trusted;
+}
+
+void TraceRun::deliver(EventType type, FieldEvent event) {
+    switch (desktop_.events.deliver(type, event)) {
+    case SimulatedEventServices::Fate::consume:
+        log("consume", {});
+        break;
+    case SimulatedEventServices::Fate::rewrite:
+        log("rewrite", deltas(event));
+        break;
+    case SimulatedEventServices::Fate::pass:
+        log("pass", {});
+        break;
+    }
+}
+
+std::vector<std::string> TraceRun::run() {
+    putUpDesktop();
+    for (const ToolSwitch& toolSwitch : trace_.tools) {
+        (*this)(toolSwitch);
+    }
+    desktop_.runLoop.drain();
+    for (const TimedAction& timed : trace_.actions) {
+        desktop_.runLoop.advanceTo(timed.time);
+        std::visit(*this, timed.action);
+        desktop_.runLoop.drain();
+    }
+    desktop_.runLoop.advanceTo(trace_.end);
+    return log_.lines(); // a copy: what the tools do as they are taken down is no part of the run
+}
+
+} // namespace
+
+std::vector<std::string> runTrace(const Trace& trace) { return TraceRun(trace).run(); }
+
+} // namespace quillon
