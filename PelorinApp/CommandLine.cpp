@@ -1,0 +1,66 @@
+#include "CommandLine.h"
+
+#include <CLI/CLI.hpp>
+
+#include <sstream>
+
+namespace quillon {
+
+namespace {
+constexpr int usageStatus = 2;
+constexpr const char* hint = "Try 'quillon --help'.\n";
+} // namespace
+
+Request parseCommandLine(int argc, const char* const* argv, const std::string& version) {
+    CLI::App app{"Turns screen edges and the trackpad into gestures.\n"
+                 "Without a command it runs until it is told to end (Ctrl-C)."};
+    app.name("quillon");
+    app.set_version_flag("--version", "quillon " + version);
+    app.require_subcommand(0, 1);
+
+    ReplayRequest replayRequest;
+    auto* replay = app.add_subcommand("replay", "Run a trace on a simulated desktop");
+    replay->add_option("file", replayRequest.file, "The trace")->required();
+    replay->add_flag("--check", replayRequest.check,
+                     "Compare with the lines under ---- and say where they differ");
+
+    DefaultsRequest defaultsRequest;
+    auto* defaults = app.add_subcommand("defaults", "Show or change stored settings, which the "
+                                                    "program reads when it starts");
+    defaults->require_subcommand(1);
+    defaults->add_option("--suite", defaultsRequest.suite, "A named store");
+    auto* read = defaults->add_subcommand("read", "Print a setting as JSON");
+    read->add_option("key", defaultsRequest.key, "The setting")->required();
+    auto* write = defaults->add_subcommand("write", "Store a setting");
+    write->add_option("key", defaultsRequest.key, "The setting")->required();
+    write->add_option("value", defaultsRequest.json, "Its value as JSON: true, 40, \"text\", []")
+        ->required();
+    auto* remove = defaults->add_subcommand("delete", "Go back to the setting's default");
+    remove->add_option("key", defaultsRequest.key, "The setting")->required();
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream output;
+        std::ostringstream complaint;
+        const int status = app.exit(error, output, complaint);
+        if (status == 0) {
+            return PrintRequest{output.str(), {}, 0};
+        }
+        return PrintRequest{{}, "quillon: " + std::string(error.what()) + "\n" + hint, usageStatus};
+    }
+
+    if (replay->parsed()) {
+        return replayRequest;
+    }
+    if (defaults->parsed()) {
+        using Verb = DefaultsRequest::Verb;
+        defaultsRequest.verb = write->parsed()    ? Verb::write
+                               : remove->parsed() ? Verb::remove
+                                                  : Verb::read;
+        return defaultsRequest;
+    }
+    return RunRequest{};
+}
+
+} // namespace quillon

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <variant>
+
+namespace quillon {
+
+/// What the command line asks for.
+struct RunRequest {};
+struct ReplayRequest {
+    std::string file;
+    bool check = false;
+};
+struct DefaultsRequest {
+    enum class Verb { read, write, remove } verb = Verb::read;
+    std::string suite; // empty: the standard store
+    std::string key;
+    std::string json; // what to write
+};
+/// Nothing to be done but to print this and to end.
+struct PrintRequest {
+    std::string output;
+    std::string error;
+    int status = 0;
+};
+using Request = std::variant<RunRequest, ReplayRequest, DefaultsRequest, PrintRequest>;
+
+[[nodiscard]] Request parseCommandLine(int argc, const char* const* argv,
+                                       const std::string& version);
+
+} // namespace quillon

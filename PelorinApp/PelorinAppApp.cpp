@@ -1,0 +1,12 @@
+#include "PelorinAppApp.h"
+
+#include "Tools/Edges/Tool4EdgesManager.h"
+
+namespace quillon {
+
+void PelorinAppApp::launch() {
+    Platform::current().diagnostics.line("🚀 App launched!");
+    Tool4EdgesManager::shared();
+}
+
+} // namespace quillon

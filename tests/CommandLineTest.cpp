@@ -1,0 +1,71 @@
+#include "CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <vector>
+
+namespace quillon {
+namespace {
+
+Request parse(std::initializer_list<const char*> words) {
+    std::vector<const char*> arguments{"quillon"};
+    arguments.insert(arguments.end(), words);
+    return parseCommandLine(static_cast<int>(arguments.size()), arguments.data(), "1.2.3");
+}
+
+TEST(CommandLine, WithoutACommandItRuns) {
+    EXPECT_TRUE(std::holds_alternative<RunRequest>(parse({})));
+}
+
+TEST(CommandLine, PrintsVersionAndHelp) {
+    const auto version = std::get<PrintRequest>(parse({"--version"}));
+    EXPECT_EQ(version.output, "quillon 1.2.3\n");
+    EXPECT_EQ(version.status, 0);
+    const auto help = std::get<PrintRequest>(parse({"--help"}));
+    EXPECT_EQ(help.status, 0);
+    for (const char* word : {"replay", "defaults", "--version"}) {
+        EXPECT_NE(help.output.find(word), std::string::npos) << word;
+    }
+}
+
+TEST(CommandLine, UnknownOptionIsAnErrorWithAHint) {
+    const auto print = std::get<PrintRequest>(parse({"--frobnicate"}));
+    EXPECT_EQ(print.status, 2);
+    EXPECT_TRUE(print.output.empty());
+    EXPECT_NE(print.error.find("--frobnicate"), std::string::npos) << print.error;
+    EXPECT_NE(print.error.find("--help"), std::string::npos) << print.error;
+}
+
+TEST(CommandLine, UnknownCommandIsAnError) {
+    const auto print = std::get<PrintRequest>(parse({"dance"}));
+    EXPECT_EQ(print.status, 2);
+    EXPECT_NE(print.error.find("dance"), std::string::npos);
+}
+
+TEST(CommandLine, Replay) {
+    const auto plain = std::get<ReplayRequest>(parse({"replay", "a.trace"}));
+    EXPECT_EQ(plain.file, "a.trace");
+    EXPECT_FALSE(plain.check);
+    EXPECT_TRUE(std::get<ReplayRequest>(parse({"replay", "--check", "a.trace"})).check);
+    EXPECT_EQ(std::get<PrintRequest>(parse({"replay"})).status, 2) << "the file is missing";
+}
+
+TEST(CommandLine, Defaults) {
+    const auto write =
+        std::get<DefaultsRequest>(parse({"defaults", "write", "Tool4LeftEdge", "true"}));
+    EXPECT_EQ(write.verb, DefaultsRequest::Verb::write);
+    EXPECT_EQ(write.key, "Tool4LeftEdge");
+    EXPECT_EQ(write.json, "true");
+    const auto read =
+        std::get<DefaultsRequest>(parse({"defaults", "--suite", "com.x", "read", "Key"}));
+    EXPECT_EQ(read.verb, DefaultsRequest::Verb::read);
+    EXPECT_EQ(read.suite, "com.x");
+    EXPECT_EQ(std::get<DefaultsRequest>(parse({"defaults", "delete", "Key"})).verb,
+              DefaultsRequest::Verb::remove);
+    EXPECT_EQ(std::get<PrintRequest>(parse({"defaults"})).status, 2);
+    EXPECT_EQ(std::get<DefaultsRequest>(parse({"defaults", "write", "Key", "-4.5"})).json, "-4.5");
+}
+
+} // namespace
+} // namespace quillon
