@@ -1,0 +1,72 @@
+"""Plays the gestures that exist, by injected input, and tells what other programs saw happen.
+
+A gesture is a function of the stage; it says what it does, expects what must follow, and a
+missed expectation ends the demo with a non-zero status. See script/demo."""
+
+import pathlib
+import shutil
+import sys
+import time
+
+from demo_stage import Stage
+from desktop import Failed, Interrupted, PrivateDesktop
+
+TREE = pathlib.Path(__file__).resolve().parents[2]
+PROGRAM = TREE / "build/release/quillon"
+PICTURES = TREE / "build/demo"
+
+
+def desktop_switcher(stage: Stage) -> None:
+    desktop = stage.desktop
+    desktop.set_desktop(1)
+    stage.say("Desktop switcher. The pointer is over a client, outside of every band.")
+    stage.go_to(stage.outside)
+    stage.expect(lambda: stage.wheel_is("free"), "any other program could take the wheel")
+    for direction in ("up", "right"):
+        received = stage.turn_wheel(direction, 4)
+        stage.expect(lambda: received == 4, f"wheel {direction}: the client got 4 of 4 notches")
+        stage.expect(lambda: desktop.current_desktop() == 1, "and the desktop is still 2")
+    stage.picture("outside")
+
+    for band, where in ((stage.left_band, "left"), (stage.right_band, "right")):
+        stage.go_to(band)
+        stage.say(f"The pointer is in the {where} band.")
+        stage.expect(lambda: stage.wheel_is("taken"), "the wheel is Quillon's")
+        for direction, target in (("up", 0), ("down", 1), ("left", 2), ("right", 1)):
+            before = desktop.current_desktop()
+            received = stage.turn_wheel(direction, 4)
+            stage.expect(lambda: desktop.current_desktop() == target,
+                         f"wheel {direction}, 4 notches: desktop {before + 1} -> {target + 1}")
+            stage.expect(lambda: received == 0, "and the client got none of them")
+            if direction != "right":
+                stage.picture(f"{where}-band-{direction}")
+    stage.go_to(stage.outside)
+    stage.expect(lambda: stage.wheel_is("free"), "out of the band, the wheel is free again")
+
+
+GESTURES = [desktop_switcher]
+
+
+def main() -> int:
+    start = time.monotonic()
+    shutil.rmtree(PICTURES, ignore_errors=True)
+    PICTURES.mkdir(parents=True)
+    try:
+        with PrivateDesktop(panel=True, bus=True, audio=True, logs=PICTURES / "log") as desktop:
+            for edge in ("Tool4LeftEdge", "Tool4RightEdge"):
+                desktop.run(PROGRAM, "defaults", "write", edge, "true")
+            stage = Stage(desktop, PROGRAM, PICTURES)
+            for gesture in GESTURES:
+                gesture(stage)
+    except Failed as failure:
+        print(f"script/demo: {failure}", file=sys.stderr)
+        return 1
+    except Interrupted as interruption:
+        return interruption.status
+    seconds = time.monotonic() - start
+    print(f"Every gesture happened, in {seconds:.0f} s. Pictures: build/demo/")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+#include <xcb/xcb.h>
+
+/// What xcb allocates and leaves to the caller to free.
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+template <typename T>
+using Owned = std::unique_ptr<T, Free>;
+
+/// A connection to the display in $DISPLAY.
+struct Display {
+    xcb_connection_t* connection;
+    xcb_window_t root;
+};
+
+/// Whether a request was accepted by the server.
+inline bool accepted(const Display& display, xcb_void_cookie_t request) {
+    const Owned<xcb_generic_error_t> error(xcb_request_check(display.connection, request));
+    return !error;
+}
+
+/// The wheel button of a press event, 0 for every other event.
+inline std::uint8_t wheelPress(const xcb_generic_event_t& event) {
+    if ((event.response_type & 0x7f) != XCB_BUTTON_PRESS) {
+        return 0;
+    }
+    const auto button = reinterpret_cast<const xcb_button_press_event_t&>(event).detail;
+    return button >= 4 && button <= 7 ? button : 0;
+}
+
+int canGrab(const Display& display);
+int holdWheel(const Display& display);
+int holdMenu(const Display& display, double seconds);
+int inject(const Display& display);

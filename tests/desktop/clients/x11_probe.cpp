@@ -1,0 +1,53 @@
+// Takes, holds and injects X11 input from outside.
+#include "Probe.h"
+
+#include <cstdio>
+#include <string_view>
+
+namespace {
+
+constexpr const char* usage = R"(usage: x11_probe COMMAND
+  can-grab           "free" if the wheel can be taken for the whole screen, else "taken" and 1
+  hold-wheel         takes the wheel until standard input ends
+  hold-menu SECONDS  takes pointer and keyboard focus as an open menu does
+  inject             reads commands, a line each, and answers "ok" when the server has done it:
+                       move X Y | nudge DX DY | wheel BUTTON COUNT GAP_MS
+                       press BUTTON | release BUTTON | sync
+)";
+
+int run(const Display& display, int argc, char** argv) {
+    const std::string_view command = argc > 1 ? argv[1] : "";
+    if (command == "can-grab" && argc == 2) {
+        return canGrab(display);
+    }
+    if (command == "hold-wheel" && argc == 2) {
+        return holdWheel(display);
+    }
+    if (command == "hold-menu" && argc == 3) {
+        return holdMenu(display, std::strtod(argv[2], nullptr));
+    }
+    if (command == "inject" && argc == 2) {
+        return inject(display);
+    }
+    std::fputs(usage, stderr);
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    int number = 0;
+    xcb_connection_t* connection = xcb_connect(nullptr, &number);
+    if (xcb_connection_has_error(connection) != 0) {
+        std::fputs("x11_probe: no X display\n", stderr);
+        xcb_disconnect(connection);
+        return 3;
+    }
+    auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    while (number-- > 0) {
+        xcb_screen_next(&screen);
+    }
+    const int status = run({connection, screen.data->root}, argc, argv);
+    xcb_disconnect(connection);
+    return status;
+}
