@@ -5,7 +5,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-                    -Wcast-align -Wnull-dereference -Wformat=2
+                    -Wcast-align -Wformat=2
                     # Members that are left out have their defaults, which is what they are for.
                     -Wno-missing-field-initializers)
 if(QUILLON_WARNINGS_AS_ERRORS)
@@ -17,10 +17,13 @@ if(QUILLON_SANITIZE)
   add_compile_options(-fsanitize=${QUILLON_SANITIZE} -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${QUILLON_SANITIZE})
-  # The sanitizers' own instrumentation makes g++ see null dereferences that are not there.
-  add_compile_options(-Wno-null-dereference)
 endif()
 if(QUILLON_COVERAGE)
   add_compile_options(--coverage -O0)
   add_link_options(--coverage)
+endif()
+if(QUILLON_FUZZ)
+  # Coverage that steers the fuzzers, in the libraries that they test.
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=address,undefined)
 endif()

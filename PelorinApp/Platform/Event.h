@@ -42,7 +42,8 @@ class Event {
   public:
     virtual ~Event() = default;
 
-    /// The field as an integer; fractions are cut off toward zero.
+    /// The field as an integer: fractions are cut off toward zero, what no integer holds reads
+    /// as 0.
     [[nodiscard]] virtual std::int64_t integerValueField(EventField field) const = 0;
     [[nodiscard]] virtual double doubleValueField(EventField field) const = 0;
 

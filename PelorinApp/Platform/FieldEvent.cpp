@@ -1,6 +1,7 @@
 #include "Platform/FieldEvent.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 namespace quillon {
@@ -13,7 +14,8 @@ std::size_t indexOf(EventField field) {
 } // namespace
 
 std::int64_t FieldEvent::integerValueField(EventField field) const {
-    return static_cast<std::int64_t>(doubleValueField(field));
+    const double value = doubleValueField(field);
+    return std::fabs(value) < 0x1p63 ? static_cast<std::int64_t>(value) : 0;
 }
 
 double FieldEvent::doubleValueField(EventField field) const {

@@ -1,58 +1,13 @@
 #include "Replay/TraceRunner.h"
 
-#include "Platform/Simulated/ActionNumber.h"
 #include "Platform/Simulated/SimulatedDesktop.h"
 #include "Replay/ActionLog.h"
 #include "Replay/ReplayTools.h"
-
-#include <array>
+#include "Replay/TraceEvents.h"
 
 namespace quillon {
 
 namespace {
-
-EventType eventType(const ButtonInput& input) {
-    switch (input.button) {
-    case MouseButton::left:
-        return input.pressed ? EventType::leftMouseDown : EventType::leftMouseUp;
-    case MouseButton::right:
-        return input.pressed ? EventType::rightMouseDown : EventType::rightMouseUp;
-    case MouseButton::middle:
-        break;
-    }
-    return input.pressed ? EventType::otherMouseDown : EventType::otherMouseUp;
-}
-
-FieldEvent scrollEvent(const ScrollInput& scroll) {
-    using enum EventField;
-    FieldEvent event;
-    event.setDoubleValueField(scrollLineDeltaAxis1, scroll.lineDeltaAxis1);
-    event.setDoubleValueField(scrollLineDeltaAxis2, scroll.lineDeltaAxis2);
-    event.setDoubleValueField(scrollFixedPointDeltaAxis1, scroll.fixedPointDeltaAxis1);
-    event.setDoubleValueField(scrollFixedPointDeltaAxis2, scroll.fixedPointDeltaAxis2);
-    event.setDoubleValueField(scrollPointDeltaAxis1, scroll.pointDeltaAxis1);
-    event.setDoubleValueField(scrollPointDeltaAxis2, scroll.pointDeltaAxis2);
-    event.setDoubleValueField(scrollIsContinuous, scroll.isContinuous ? 1 : 0);
-    event.setDoubleValueField(scrollPhase, scroll.phase);
-    event.setDoubleValueField(scrollMomentumPhase, scroll.momentumPhase);
-    return event;
-}
-
-/// The delta fields as `11=1 12=0 …`.
-std::string deltas(const Event& event) {
-    using enum EventField;
-    static constexpr std::array fields{
-        scrollLineDeltaAxis1,       scrollLineDeltaAxis2,  scrollFixedPointDeltaAxis1,
-        scrollFixedPointDeltaAxis2, scrollPointDeltaAxis1, scrollPointDeltaAxis2,
-    };
-    std::string text;
-    for (const EventField field : fields) {
-        text += text.empty() ? "" : " ";
-        text += std::to_string(static_cast<int>(field));
-        text += '=' + actionNumber(event.doubleValueField(field));
-    }
-    return text;
-}
 
 class TraceRun {
   public:
@@ -66,8 +21,7 @@ class TraceRun {
     }
     void operator()(const ButtonInput& input) { deliver(eventType(input), {}); }
     void operator()(const TapsDisabled& disabled) {
-        desktop_.events.disableAll(disabled.byUser ? EventType::tapDisabledByUserInput
-                                                   : EventType::tapDisabledByTimeout);
+        desktop_.events.disableAll(eventType(disabled));
     }
     void operator()(const TapGrants& grants) { desktop_.events.setGranting(grants.allowed); }
     void operator()(const TapDrop& drop) { desktop_.events.drop(drop.tool.id); }
@@ -132,7 +86,7 @@ void TraceRun::deliver(EventType type, FieldEvent event) {
         log("consume", {});
         break;
     case SimulatedEventServices::Fate::rewrite:
-        log("rewrite", deltas(event));
+        log("rewrite", deltaText(event));
         break;
     case SimulatedEventServices::Fate::pass:
         log("pass", {});

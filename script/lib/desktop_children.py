@@ -93,6 +93,7 @@ class Children:
         logs.mkdir(parents=True, exist_ok=True)
         self.logs = logs
         self._started: list[tuple[str, subprocess.Popen]] = []
+        self._logged: set[str] = set()
         self._mark = f"QUILLON_PRIVATE_DESKTOP={secrets.token_hex(8)}"
         self.environment = {name: os.environ[name] for name in INHERITED if name in os.environ}
         self.environment.update([self._mark.split("=")])
@@ -110,7 +111,9 @@ class Children:
             raise Failed(f"{name}: no program {arguments[0]!r} (script/bootstrap installs it)")
         popen.setdefault("env", self.environment)
         popen.setdefault("stdin", subprocess.DEVNULL)
-        with open(self.log_path(name), "ab") as log:
+        # A log of an earlier desktop in the same folder must not pass for this one's.
+        with open(self.log_path(name), "ab" if name in self._logged else "wb") as log:
+            self._logged.add(name)
             popen.setdefault("stdout", log)
             popen.setdefault("stderr", log)
             # The signal lets an X server remove its socket and lock when its owner is killed.

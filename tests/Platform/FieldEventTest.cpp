@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
 
 namespace quillon {
 namespace {
@@ -34,6 +35,14 @@ TEST(FieldEvent, IntegersAreCutOffTowardZero) {
     FieldEvent event;
     event.setDoubleValueField(EventField::scrollLineDeltaAxis1, -1.9);
     EXPECT_EQ(event.integerValueField(EventField::scrollLineDeltaAxis1), -1);
+}
+
+TEST(FieldEvent, WhatNoIntegerHoldsReadsAsZero) {
+    FieldEvent event;
+    for (const double value : {1e30, -1e30, std::nan("")}) {
+        event.setDoubleValueField(EventField::scrollPhase, value);
+        EXPECT_EQ(event.integerValueField(EventField::scrollPhase), 0);
+    }
 }
 
 TEST(FieldEvent, UnknownFieldReadsAsZero) {

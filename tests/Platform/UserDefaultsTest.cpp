@@ -12,7 +12,8 @@ namespace {
 
 struct UserDefaultsTest : testing::Test {
     std::vector<std::string> lines;
-    SimulatedDesktop desktop{[this](std::string_view, std::string text) { lines.push_back(text); }};
+    SimulatedDesktop desktop{
+        [this](std::string_view, const std::string& text) { lines.push_back(text); }};
     SimulatedUserDefaults& defaults = desktop.userDefaults.standard();
 
     double number(double fallback) {

@@ -63,6 +63,9 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"show scrip", "1:6: unknown kind of action \"scrip\"; did you mean script?"},
         Fault{"show tap taps", "1:10: unknown kind of action \"taps\"; did you mean tap?"},
         Fault{"trust maybe", "1:7: the answer is one of denied granted, not \"maybe\""},
+        Fault{"trust \"denied\"",
+              "1:7: the answer is one of denied granted, not \"denied\"; did you "
+              "mean denied?"},
         Fault{"0 tapdisabled time", "1:15: the reason is one of timeout user, not \"time\""},
         Fault{"0 taps refuses",
               "1:8: the answer is one of refuse allow, not \"refuses\"; did you mean refuse?"},
@@ -76,6 +79,8 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"window 1 a 0 0 1 1 foo", "1:20: unknown option \"foo\""},
         Fault{"device volume=0 settable=vmvc,vol",
               "1:31: unknown control \"vol\"; did you mean volm?"},
+        Fault{std::string(59, 'x') + "\xC3\xA4y",
+              "1:1: unknown statement \"" + std::string(59, 'x') + "…\""},
         Fault{std::string(100, 'x'), "1:1: unknown statement \"" + std::string(60, 'x') + "…\""}));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -166,6 +171,7 @@ INSTANTIATE_TEST_SUITE_P(
               "1:1: a time is a number of milliseconds such as 250, 85.5 or +20, not \"10ms\""},
         Fault{"0.0001 wheel 1", "1:1: a time has at most three decimals: whole microseconds"},
         Fault{"86400000.001 end", "1:1: a trace lasts at most 86400000 ms, a day"},
+        Fault{"18446744073709551617 end", "1:1: a trace lasts at most 86400000 ms, a day"},
         Fault{"99999999999999999999999999 end", "1:1: a trace lasts at most 86400000 ms, a day"},
         Fault{"86400000 wheel 1\n+0.001 end", "2:1: a trace lasts at most 86400000 ms, a day"},
         Fault{"wheel 1", "1:1: \"wheel\" needs a time before it"},
@@ -216,6 +222,10 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"defaults a " + std::string(1000, '['), "1:12: this JSON is nested too deeply"},
         Fault{"0 set tool.scrollReverse isEnabled yes",
               "1:36: malformed JSON: syntax error while parsing value - invalid literal"}));
+
+TEST(TraceFaultOrderTest, ACharacterThatTheTextCutsOffIsNotFinishedByWhatLiesBehindIt) {
+    EXPECT_EQ(fault(std::string_view("\xC3\xA4").substr(0, 1)), "1:1: not valid UTF-8");
+}
 
 TEST(TraceFaultOrderTest, TextThatIsNotUtf8IsRefusedBeforeAnythingElse) {
     EXPECT_EQ(fault("frobnicate\n\xFF"), "2:1: not valid UTF-8");

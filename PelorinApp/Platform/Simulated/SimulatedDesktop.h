@@ -68,7 +68,12 @@ class SimulatedDiagnostics final : public Diagnostics {
 /// moves. It starts with one screen of 1440 × 900 points, the pointer in its centre, trusted.
 class SimulatedDesktop {
   public:
-    explicit SimulatedDesktop(ActionSink sink = [](std::string_view, std::string) {});
+    explicit SimulatedDesktop(ActionSink sink = [](std::string_view, const std::string&) {});
+
+    /// Queued work may own what uses the services, so it goes while they are still there.
+    ~SimulatedDesktop() { runLoop.discardQueued(); }
+    SimulatedDesktop(const SimulatedDesktop&) = delete;
+    SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
 
     VirtualRunLoop runLoop;
     SimulatedEventServices events;

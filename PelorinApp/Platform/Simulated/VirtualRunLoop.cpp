@@ -58,6 +58,11 @@ void VirtualRunLoop::drain() {
     }
 }
 
+void VirtualRunLoop::discardQueued() {
+    while (main_.pop() || background_.pop()) {
+    }
+}
+
 void VirtualRunLoop::fireNext() {
     const auto first = timers_.begin();
     const std::shared_ptr<VirtualTimer> timer = first->second;

@@ -27,6 +27,9 @@ class VirtualRunLoop final : public RunLoop {
     /// Runs the main queue, then the background queue, until both are empty.
     void drain();
 
+    /// Drops what is queued without running it.
+    void discardQueued();
+
     /// Moves the clock to `time`, firing each timer that falls due on the way, oldest first among
     /// those of one moment, and draining the queues after each. A time in the past fires nothing.
     void advanceTo(Microseconds time);
@@ -44,7 +47,9 @@ class VirtualRunLoop final : public RunLoop {
     struct Due {
         Microseconds at;
         std::uint64_t age; // creation order; a repeating timer keeps its age
-        auto operator<=>(const Due&) const = default;
+        bool operator<(const Due& other) const {
+            return at != other.at ? at < other.at : age < other.age;
+        }
     };
 
     TimerRef schedule(double seconds, bool repeats, std::function<void()> work);

@@ -57,7 +57,7 @@ class InputHolder::Session {
             }
             adjustWatch();
             handleEvents();
-            if (connection_.isBroken() || (watch_ && watch_->isBroken())) {
+            if (connection_.isBroken() || (isArmed() && (!watch_ || watch_->isBroken()))) {
                 return;
             }
             if (isLookDue_ && Clock::now() >= nextLook_) {
@@ -74,12 +74,6 @@ class InputHolder::Session {
     void adjustWatch() {
         if (isArmed() && !watch_) {
             watch_ = PointerWatch::start();
-            if (!watch_) {
-                holder_.listener_.diagnostic(
-                    "❌ The X server does not report pointer motion (RECORD extension); edge "
-                    "gestures stay off");
-                armed_ = std::make_shared<ArmedPlaces>();
-            }
         } else if (!isArmed()) {
             watch_.reset();
         }

@@ -3,18 +3,18 @@
 #include "Platform/Linux/x11/X11Connection.h"
 
 #include <memory>
-
-#include <xcb/record.h>
+#include <optional>
 
 namespace quillon {
 
-/// Wakes its reader whenever the pointer has moved, by whatever means.
+/// Wakes its reader whenever the pointer has moved, by whatever means, on a connection of its own.
 ///
-/// Raw input events would do for devices, but the server sends none when a program warps the
-/// pointer; the RECORD extension sees every motion. It wants a connection of its own.
+/// Motion of devices comes as raw events of the input extension. The server sends none when a
+/// program warps the pointer; the RECORD extension, where there is one, reports that too, though no
+/// sooner than the server has something to send to somebody.
 class PointerWatch {
   public:
-    /// Null when the server does not offer it.
+    /// Null when the server is not to be reached.
     static std::unique_ptr<PointerWatch> start();
 
     PointerWatch(const PointerWatch&) = delete;
@@ -26,16 +26,19 @@ class PointerWatch {
     /// Reads what has arrived; true when there was motion in it.
     bool drain();
 
-    /// The server has ended the watch.
-    [[nodiscard]] bool isBroken() const { return ended_ || connection_->isBroken(); }
+    [[nodiscard]] bool isBroken() const { return connection_->isBroken(); }
 
   private:
-    PointerWatch(std::unique_ptr<X11Connection> connection, unsigned sequence)
-        : connection_(std::move(connection)), sequence_(sequence) {}
+    explicit PointerWatch(std::unique_ptr<X11Connection> connection)
+        : connection_(std::move(connection)) {}
+
+    void selectRawMotion();
+    void startRecording();
+    bool drainEvents(xcb_generic_event_t* (*next)(xcb_connection_t*));
+    bool drainRecord();
 
     std::unique_ptr<X11Connection> connection_;
-    unsigned sequence_;
-    bool ended_ = false;
+    std::optional<unsigned> recording_; // the request that all records answer
 };
 
 } // namespace quillon

@@ -356,6 +356,7 @@ TEST_F(DefaultsFaultTest, RunOfFailuresIsReportedOnceAndItsEndOnce) {
     expectOneWarning("cannot make the folder");
     defaults.set("b", 2.0);
     settle();
+    EXPECT_EQ(runLoop.timerCount(), 1U) << "more than one retry";
     EXPECT_FALSE(defaults.flush());
     runLoop.advance(600);
     EXPECT_EQ(diagnostics.take(), Lines{});

@@ -53,6 +53,8 @@ TEST_F(DefaultsThreadTest, MainThreadNeverTouchesTheDisk) {
     EXPECT_EQ(onMain, 0);
 }
 
+constexpr std::chrono::seconds limit = 20s; // what a broken program is waited for
+
 /// Holds the first write back until it is let go.
 struct SlowWrite {
     static inline std::atomic<int> begun;
@@ -66,10 +68,13 @@ struct SlowWrite {
         setSystemCallHook([](const SystemCall& call) {
             if (call.name == "flock" && ++begun == 1) {
                 first.set_value();
-                letGo.get_future().wait();
+                letGo.get_future().wait_for(limit);
             }
             return 0;
         });
+    }
+    static bool waitForFirst() {
+        return first.get_future().wait_for(limit) == std::future_status::ready;
     }
 };
 
@@ -78,11 +83,11 @@ TEST_F(DefaultsThreadTest, OneWriteAtATimeAndTheLastValueLast) {
     FileUserDefaults defaults(file, *runLoop, diagnostics);
     defaults.set("x", 1.0);
     runLoop->fireTimers();
-    SlowWrite::first.get_future().wait();
+    ASSERT_TRUE(SlowWrite::waitForFirst());
 
     defaults.set("x", 2.0);
     runLoop->fireTimers();
-    runLoop->waitUntilFinished(1);
+    ASSERT_TRUE(runLoop->waitUntilFinished(1, limit));
     EXPECT_EQ(SlowWrite::begun, 1);
 
     SlowWrite::letGo.set_value();
@@ -96,7 +101,7 @@ TEST_F(DefaultsThreadTest, FlushWaitsForTheWriteThatIsOnItsWay) {
     FileUserDefaults defaults(file, *runLoop, diagnostics);
     defaults.set("x", 1.0);
     runLoop->fireTimers();
-    SlowWrite::first.get_future().wait();
+    ASSERT_TRUE(SlowWrite::waitForFirst());
     defaults.set("x", 2.0);
     EXPECT_FALSE(defaults.flush(1ms));
     SlowWrite::letGo.set_value();
@@ -136,15 +141,15 @@ TEST_F(DefaultsThreadTest, WriteThatAFlushLeftBehindUsesNothingThatIsGone) {
         FileUserDefaults defaults(file, *runLoop, *gone);
         defaults.set("x", 1.0);
         EXPECT_FALSE(defaults.flush(1ms));
-        SlowWrite::first.get_future().wait();
+        ASSERT_TRUE(SlowWrite::waitForFirst());
         writeFile(file, "damaged meanwhile"); // something to tell
     }
     runLoop.reset();
     gone.reset();
     SlowWrite::letGo.set_value();
-    const auto limit = std::chrono::steady_clock::now() + 60s;
+    const auto deadline = std::chrono::steady_clock::now() + limit;
     while (readFile(file) != "{\n  \"x\": 1.0\n}\n") {
-        ASSERT_LT(std::chrono::steady_clock::now(), limit);
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline);
         std::this_thread::yield();
     }
 }
@@ -155,7 +160,7 @@ TEST_F(DefaultsThreadTest, ChangesWhileWritingAreNeverLost) {
         defaults.set("key" + std::to_string(i % 7), i * 1.0);
         runLoop->fireTimers();
     }
-    EXPECT_TRUE(defaults.flush(60s));
+    EXPECT_TRUE(defaults.flush(limit));
     runLoop->waitForBackground();
     const FileUserDefaults read(file, *runLoop, diagnostics);
     for (int i = 293; i < 300; ++i) {

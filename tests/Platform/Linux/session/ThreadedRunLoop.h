@@ -40,10 +40,10 @@ class ThreadedRunLoop final : public RunLoop {
         main_.runQueued();
     }
 
-    /// Waits until so many pieces of background work have run to their end.
-    void waitUntilFinished(int count) {
+    /// Waits until so many pieces of background work have run to their end, and says whether.
+    [[nodiscard]] bool waitUntilFinished(int count, std::chrono::seconds patience) {
         std::unique_lock lock(mutex_);
-        ended_.wait(lock, [&] { return finished_ >= count; });
+        return ended_.wait_for(lock, patience, [&] { return finished_ >= count; });
     }
 
     void waitForBackground() {
