@@ -72,7 +72,10 @@ int defaultsCommand(const DefaultsRequest& request, UserDefaultsStores& stores,
                    "[\"texts\"], as JSON\n";
             return misused;
         }
-        store->set(request.key, std::move(*object));
+        store->set(request.key, *object);
+        if (store->object(request.key) != object) {
+            return failed; // refused, and said why
+        }
         break;
     }
     case DefaultsRequest::Verb::remove:

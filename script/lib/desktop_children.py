@@ -108,7 +108,8 @@ class Children:
         """Starts a child; its output goes to the log of that name unless told otherwise."""
         arguments = [str(argument) for argument in arguments]
         if not shutil.which(arguments[0]):
-            raise Failed(f"{name}: no program {arguments[0]!r} (script/bootstrap installs it)")
+            hint = "" if "/" in arguments[0] else "; script/bootstrap installs what is needed"
+            raise Failed(f"{name}: no program {arguments[0]!r}{hint}")
         popen.setdefault("env", self.environment)
         popen.setdefault("stdin", subprocess.DEVNULL)
         # A log of an earlier desktop in the same folder must not pass for this one's.

@@ -20,9 +20,9 @@ LinuxPlatform::LinuxPlatform() = default;
 
 void LinuxPlatform::describeSession() {
     if (isWaylandSession()) {
-        diagnostics_.line(
-            "⚠️ This is a Wayland session: gestures work only over X11 programs, and "
-            "switching desktops does not work; log in to an X11 session for both");
+        diagnostics_.line("⚠️ This is a Wayland session: edge gestures work only over X11 "
+                          "programs, and desktops "
+                          "may not switch; log in to an X11 session for both");
     }
 }
 

@@ -1,5 +1,6 @@
 #include "Probe.h"
 
+#include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <sstream>
@@ -12,15 +13,23 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+/// A server loses some of the events that come closer together while a grab is frozen.
+constexpr std::chrono::milliseconds leastGap{1};
+
 class Injector {
   public:
     explicit Injector(const Display& display) : display_(display) {}
 
     /// Carries out one line; false if it is not understood.
     bool obey(const std::string& line) {
+        std::this_thread::sleep_until(last_ + leastGap);
         std::istringstream words(line);
         std::string command;
         words >> command;
+        const bool quietly = command == "quietly";
+        if (quietly) {
+            words >> command;
+        }
         int x = 0;
         int y = 0;
         int button = 0;
@@ -30,7 +39,7 @@ class Injector {
             fake(XCB_MOTION_NOTIFY, 0, x, y);
         } else if (command == "nudge" && words >> x >> y) {
             fake(XCB_MOTION_NOTIFY, 1, x, y);
-        } else if (command == "wheel" && words >> button >> count >> gap && gap >= 1) {
+        } else if (command == "wheel" && words >> button >> count >> gap) {
             wheel(button, count, std::chrono::duration<double, std::milli>(gap));
         } else if (command == "press" && words >> button) {
             fake(XCB_BUTTON_PRESS, button, 0, 0);
@@ -39,14 +48,14 @@ class Injector {
         } else if (command != "sync") {
             return false;
         }
+        if (!quietly) {
+            sync();
+        }
         return (words >> std::ws).eof();
     }
 
-    /// Waits until the server has carried out what was sent; false when the display is gone.
-    bool sync() {
-        const Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
-            display_.connection, xcb_get_input_focus(display_.connection), nullptr));
-        return reply != nullptr;
+    [[nodiscard]] bool isDisplayGone() const {
+        return xcb_connection_has_error(display_.connection) != 0;
     }
 
   private:
@@ -55,21 +64,30 @@ class Injector {
                             static_cast<std::uint8_t>(detail), XCB_CURRENT_TIME, XCB_NONE,
                             static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
         xcb_flush(display_.connection);
+        last_ = Clock::now();
     }
 
-    /// Notches at a steady pace. A server loses some of those that come less than a millisecond
-    /// apart while a grab is frozen, so the gap is never smaller.
+    /// Notches at a steady pace, each a press and a release at once, as mice send them.
     void wheel(int button, int count, std::chrono::duration<double, std::milli> gap) {
         const auto start = Clock::now();
+        const auto pace =
+            std::max(std::chrono::duration_cast<Clock::duration>(gap), Clock::duration(leastGap));
         for (int notch = 0; notch < count; ++notch) {
-            std::this_thread::sleep_until(start +
-                                          std::chrono::duration_cast<Clock::duration>(notch * gap));
+            std::this_thread::sleep_until(start + notch * pace);
             fake(XCB_BUTTON_PRESS, button, 0, 0);
             fake(XCB_BUTTON_RELEASE, button, 0, 0);
         }
     }
 
+    /// A round trip, after which the server has carried out what was sent. Its reply also makes
+    /// the server write out what it holds back for other clients, which no real device does.
+    void sync() {
+        const Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
+            display_.connection, xcb_get_input_focus(display_.connection), nullptr));
+    }
+
     Display display_;
+    Clock::time_point last_;
 };
 
 bool hasXTest(const Display& display) {
@@ -87,7 +105,7 @@ int inject(const Display& display) {
     Injector injector(display);
     for (std::string line; std::getline(std::cin, line);) {
         const bool understood = injector.obey(line);
-        if (!injector.sync()) {
+        if (injector.isDisplayGone()) {
             std::cerr << "x11_probe: the display is gone\n";
             return 3;
         }

@@ -13,6 +13,8 @@ constexpr const char* usage = R"(usage: x11_probe COMMAND
   inject             reads commands, a line each, and answers "ok" when the server has done it:
                        move X Y | nudge DX DY | wheel BUTTON COUNT GAP_MS
                        press BUTTON | release BUTTON | sync
+                       quietly COMMAND...   "ok" when it is sent; like a device, it gives the
+                                            server no reason to write to any client
 )";
 
 int run(const Display& display, int argc, char** argv) {

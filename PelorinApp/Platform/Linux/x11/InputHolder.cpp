@@ -14,8 +14,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// The pointer is looked up at most this often. Mice report up to a thousand times a second, but
-/// nobody reaches a band and turns the wheel within four milliseconds.
-constexpr std::chrono::milliseconds lookInterval{4};
+/// nobody reaches a band and turns the wheel within eight milliseconds.
+constexpr std::chrono::milliseconds lookInterval{8};
 
 std::string refusalLine(const std::vector<std::uint8_t>& buttons) {
     std::string line = "⚠️ Another program holds wheel button";

@@ -1,0 +1,93 @@
+#!/usr/bin/env python3
+"""How the program starts and ends, with what settings, and what it answers on the command line."""
+
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+import unittest
+
+from quillon_desktop import BAND, DesktopTest, GestureTest
+from witnesses import QUILLON, await_idle
+
+
+class Endings(DesktopTest):
+    def test_asked_to_end(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            quillon = self.start_quillon("Left")
+            quillon.wait_for_line("launched")
+            self.assertEqual(quillon.stop(number), 0)
+
+    def test_reader_of_the_diagnostics_goes_away(self):
+        read_end, write_end = os.pipe()
+        quillon = self.run_quillon(stdout=write_end)
+        os.close(write_end)
+        os.close(read_end)
+        await_idle(quillon.process)
+        self.assertEqual(quillon.stop(), 0)
+
+    def test_wayland_is_named(self):
+        quillon = self.start_quillon(environment={"WAYLAND_DISPLAY": "wayland-0"})
+        quillon.wait_for_line("Wayland session")
+
+
+class Settings(GestureTest):
+    def run_with(self, write) -> tuple:
+        folder = self.desktop.config / "com.pelorin.PelorinApp"
+        folder.mkdir(exist_ok=True)
+        write(folder / "defaults.json")
+        quillon = self.run_quillon()
+        quillon.wait_for_line("launched")
+        return quillon, folder
+
+    def test_damaged_file_is_survived_and_kept(self):
+        damaged = '{"Tool4LeftEdge": true, "Tool4E'
+        quillon, folder = self.run_with(lambda file: file.write_text(damaged))
+        quillon.wait_for_line("defaults.json")
+        self.desktop.run(QUILLON, "defaults", "write", "Tool4LeftEdge", "true")
+        self.assertEqual((folder / "defaults.json.damaged").read_text(), damaged)
+        self.assertEqual(json.loads((folder / "defaults.json").read_text()),
+                         {"Tool4LeftEdge": True})
+
+    def test_wrong_type_costs_one_setting(self):
+        text = '{"Tool4LeftEdge": true, "Tool4EdgeSensitivity": "wide"}'
+        quillon, _ = self.run_with(lambda file: file.write_text(text))
+        quillon.wait_for_line("Tool4EdgeSensitivity")
+        self.go_into_band(BAND, 300)
+        self.go_out_of_band(BAND + 1, 300)
+
+
+class CommandLine(unittest.TestCase):
+    def run_quillon(self, *arguments):
+        with tempfile.TemporaryDirectory() as folder:
+            return subprocess.run([QUILLON, *arguments], capture_output=True, text=True, timeout=20,
+                                  env=os.environ | {"XDG_CONFIG_HOME": folder})
+
+    def test_version_and_help(self):
+        self.assertRegex(self.run_quillon("--version").stdout, r"^quillon \d+\.\d+\.\d+\n$")
+        self.assertIn("replay", self.run_quillon("--help").stdout)
+
+    def test_unknown_option(self):
+        result = self.run_quillon("--frobnicate")
+        self.assertEqual(result.returncode, 2)
+        self.assertIn("--frobnicate", result.stderr)
+        self.assertIn("--help", result.stderr)
+
+    def test_defaults(self):
+        self.assertEqual(self.run_quillon("defaults", "read", "Tool4LeftEdge").returncode, 1)
+        self.assertEqual(self.run_quillon("defaults", "write", "Key", "{}").returncode, 2)
+
+    def test_replay_says_where(self):
+        with tempfile.TemporaryDirectory() as folder:
+            trace = pathlib.Path(folder) / "bad.trace"
+            trace.write_text("0 pointer 1 1\n5 wheal 1\n")
+            result = self.run_quillon("replay", trace)
+        self.assertEqual(result.returncode, 2)
+        self.assertIn("bad.trace:2:3:", result.stderr)
+        self.assertIn("wheal", result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,194 @@
+"""Who watches from outside: the wheel, the desktops and the clients, without a word of Quillon's."""
+
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import time
+
+TREE = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(TREE / "script/lib"))
+
+import desktop_parts as parts  # noqa: E402,F401
+from desktop import Failed, PrivateDesktop, wait_until  # noqa: E402
+
+BUTTONS = {"up": 4, "down": 5, "left": 6, "right": 7}
+SCROLLS = {"up": "scroll 0 1", "down": "scroll 0 -1", "left": "scroll -1 0", "right": "scroll 1 0"}
+FENCE = 9  # a mouse button that no test scrolls or clicks with
+
+
+def built(name: str, place: str) -> pathlib.Path:
+    """A program of the build under test; CMake says where, by hand it is the debug build's."""
+    return pathlib.Path(os.environ.get(name) or TREE / "build/debug" / place)
+
+
+QUILLON = built("QUILLON", "quillon")
+GTK3_CLIENT = built("GTK3_CLIENT", "tests/desktop/clients/gtk3_client")
+QT6_CLIENT = built("QT6_CLIENT", "tests/desktop/clients/qt6_client")
+X11_PROBE = built("X11_PROBE", "tests/desktop/clients/x11_probe")
+
+
+def wheel_is_free(desktop) -> bool:
+    """Whether any other client could take the wheel for the whole screen at this moment."""
+    probe = subprocess.run([X11_PROBE, "can-grab"], env=desktop.environment, timeout=10,
+                           stdin=subprocess.DEVNULL, capture_output=True, text=True)
+    if probe.stdout not in ("free\n", "taken\n"):
+        raise Failed(f"the probe failed with status {probe.returncode}: {probe.stderr}")
+    return probe.stdout == "free\n"
+
+
+def await_wheel(desktop, state: str, limit=10.0) -> None:
+    wait_until(lambda: wheel_is_free(desktop) == (state == "free"), f"the wheel is {state}", limit)
+
+
+def await_idle(process: subprocess.Popen, limit=10.0) -> None:
+    """Until each thread of it waits for something, and has not been awake for a tenth of a second.
+
+    What it would do about all that has happened, it has then done."""
+    def activity():
+        threads = []
+        for task in pathlib.Path(f"/proc/{process.pid}/task").iterdir():
+            status = (task / "status").read_text()
+            threads += re.findall(r"^(?:State:\t\w|.*voluntary_ctxt_switches:.*)", status, re.MULTILINE)
+        return threads
+
+    since, before = time.monotonic(), None
+
+    def rests():
+        nonlocal since, before
+        now = activity()
+        if now != before or any("State" in line and line[-1] != "S" for line in now):
+            since, before = time.monotonic(), now
+        return time.monotonic() - since > 0.1
+
+    wait_until(rests, "the program rests", limit)
+
+
+class Injector:
+    """A hand at the mouse. Each of its calls returns when the X server has done it."""
+
+    # Of notches that come faster while a grab is frozen, the X server itself loses some.
+    SHORTEST_GAP = 0.001
+
+    def __init__(self, desktop):
+        self._process = desktop.start("injector", [X11_PROBE, "inject"], text=True,
+                                      stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self._last_notch = 0.0
+
+    def move(self, x: int, y: int) -> None:
+        self._do(f"move {x} {y}")
+
+    def scroll(self, direction: str, notches: int) -> None:
+        """As fast as can be."""
+        for _ in range(notches):
+            time.sleep(max(0, self._last_notch + self.SHORTEST_GAP - time.monotonic()))
+            self._do(f"wheel {BUTTONS[direction]} 1 1")
+            self._last_notch = time.monotonic()
+
+    def click(self, button: int) -> None:
+        self._do(f"press {button}")
+        self._do(f"release {button}")
+
+    def _do(self, command: str) -> None:
+        self._process.stdin.write(f"{command}\n")
+        self._process.stdin.flush()
+        if (reply := self._process.stdout.readline()) != "ok\n":
+            raise Failed(f"the injector says {reply!r} to {command!r}")
+
+
+class Lines:
+    """What a started program prints, from a point on that can be moved."""
+
+    def __init__(self, desktop, name: str):
+        self._desktop, self._name, self._seen = desktop, name, 0
+
+    def all(self) -> list[str]:
+        # A last line without its end is still being written.
+        return self._desktop.log(self._name).split("\n")[:-1]
+
+    def new(self) -> list[str]:
+        return self.all()[self._seen:]
+
+    def forget(self) -> None:
+        self._seen = len(self.all())
+
+
+class Client:
+    """An ordinary program with one window, on all desktops, that prints what it receives."""
+
+    def __init__(self, desktop, injector: Injector, program: pathlib.Path, name: str, place):
+        self._injector, self._lines = injector, Lines(desktop, name)
+        process = desktop.start(name, [program, name, *place])
+        ready = "ready {} {} {} {}".format(*place)
+        desktop.wait_for(process, lambda: ready in self._lines.all(), f"{ready!r}")
+        desktop.show_everywhere(wait_until(lambda: desktop.window(name), f"the window of {name}"))
+
+    def forget(self) -> None:
+        self._lines.forget()
+
+    def received(self) -> list[str]:
+        """What it got since the last call, or forget(), with the pointer over it.
+
+        When it has got a click that was made after everything else, nothing is on its way."""
+        fence = f"press {FENCE}"
+        before = self._lines.new().count(fence)
+        self._injector.click(FENCE)
+        wait_until(lambda: self._lines.new().count(fence) > before, "the client's next click")
+        # The fence's own release may come late: it is left out whenever it comes.
+        received = [line for line in self._lines.new() if line.split()[-1] != str(FENCE)]
+        self.forget()
+        return received
+
+
+class DesktopHistory:
+    """Every change of the current desktop, as the window manager publishes it."""
+
+    def __init__(self, desktop):
+        self._desktop, self._lines = desktop, Lines(desktop, "desktop-history")
+        desktop.start("desktop-history",
+                      ["xprop", "-root", "-spy", "-notype", "_NET_CURRENT_DESKTOP"])
+        wait_until(self._lines.new, "the first desktop")
+        self.forget()
+
+    def forget(self) -> None:
+        self._lines.forget()
+
+    def changes(self) -> list[int]:
+        """Where it went since the last forget(). A value is read after its change, so of two
+        quick ones the first may read like the second."""
+        values = (re.search(r"= (\d+)$", line) for line in self._lines.new())
+        return [int(value[1]) for value in values if value]
+
+    def go_to(self, number: int) -> None:
+        """Lets the window manager go there and forgets the way."""
+        if self._desktop.current_desktop() != number:
+            self._desktop.set_desktop(number)
+            wait_until(lambda: self.changes()[-1:] == [number], "the history knows the desktop")
+        self.forget()
+
+    def expect(self, number: int, limit=10.0) -> None:
+        """One change has brought us there."""
+        wait_until(self.changes, f"the desktop changes, to {number}", limit)
+        if self.changes() != [number]:
+            raise AssertionError(f"not to {number} alone, but {self.changes()}")
+        self.forget()
+
+    def remainder(self) -> list[int]:
+        """What happened since the last forget(), to the end: a change that is made after
+        everything else ends it."""
+        other = (self._desktop.current_desktop() + 1) % self._desktop.desktop_count()
+        self._desktop.set_desktop(other)
+        wait_until(lambda: self.changes()[-1:] == [other], "the history knows the desktop")
+        changes = self.changes()[:-1]
+        self.forget()
+        return changes
+
+
+def write_settings(desktop, settings: dict) -> pathlib.Path:
+    """Makes these the only stored settings."""
+    path = desktop.config / "com.pelorin.PelorinApp/defaults.json"
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text(json.dumps(settings))
+    return path
