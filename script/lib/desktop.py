@@ -122,6 +122,16 @@ class PrivateDesktop(DesktopTools):
         self._children.stop(process)
         return process.returncode
 
+    def run(self, *arguments, limit=10.0) -> str:
+        try:
+            return super().run(*arguments, limit=limit)
+        except Failed as failure:
+            if "display" in str(failure) or "connection" in str(failure):
+                with contextlib.suppress(subprocess.TimeoutExpired):
+                    self.server.wait(1.0)  # then its log says why
+                    self.wait_for(self.server, lambda: False, str(failure))
+            raise
+
     def log(self, name: str) -> str:
         return self._children.log(name)
 

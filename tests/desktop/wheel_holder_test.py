@@ -26,6 +26,12 @@ class WheelHolder(GestureTest):
         self.injector.move(BAND, 400)
         await_idle(quillon.process)
 
+    def end_holder_and_leave(self, holder, quillon) -> None:
+        """Until the program knows that the pointer has left: the wheel is free before that."""
+        self.desktop.end(holder)
+        self.go_out_of_band()
+        await_idle(quillon.process)
+
     def test_it_says_so_once_and_tries_again(self):
         holder, lines = self.start_holder("holder")
         quillon = self.start_quillon("Left")
@@ -40,8 +46,7 @@ class WheelHolder(GestureTest):
         wait_until(lambda: len(lines.all()) > len(wheel), "the other program gets the wheel")
         self.assertEqual(lines.all(), ["held", *wheel])
 
-        self.desktop.end(holder)
-        self.go_out_of_band()
+        self.end_holder_and_leave(holder, quillon)
         self.go_into_band(BAND, 400)
         self.injector.scroll("up", 4)
         self.history.expect(1)
@@ -57,8 +62,7 @@ class WheelHolder(GestureTest):
             self.injector.move(BAND, 400)
             quillon.wait_for_line(REFUSAL)
             wait_until(lambda: len(self.refusals(quillon)) == conflict, f"line {conflict}")
-            self.desktop.end(holder)
-            self.go_out_of_band()
+            self.end_holder_and_leave(holder, quillon)
 
     def test_a_key_binder_keeps_its_button(self):
         record = self.desktop.home / "bound"

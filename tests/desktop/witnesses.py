@@ -12,6 +12,7 @@ TREE = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(TREE / "script/lib"))
 
 import desktop_parts as parts  # noqa: E402,F401
+import wheel  # noqa: E402
 from desktop import Failed, PrivateDesktop, wait_until  # noqa: E402
 
 BUTTONS = {"up": 4, "down": 5, "left": 6, "right": 7}
@@ -32,11 +33,7 @@ X11_PROBE = built("X11_PROBE", "tests/desktop/clients/x11_probe")
 
 def wheel_is_free(desktop) -> bool:
     """Whether any other client could take the wheel for the whole screen at this moment."""
-    probe = subprocess.run([X11_PROBE, "can-grab"], env=desktop.environment, timeout=10,
-                           stdin=subprocess.DEVNULL, capture_output=True, text=True)
-    if probe.stdout not in ("free\n", "taken\n"):
-        raise Failed(f"the probe failed with status {probe.returncode}: {probe.stderr}")
-    return probe.stdout == "free\n"
+    return wheel.is_free(desktop.environment)
 
 
 def await_wheel(desktop, state: str, limit=10.0) -> None:
@@ -50,7 +47,10 @@ def await_idle(process: subprocess.Popen, limit=10.0) -> None:
     def activity():
         threads = []
         for task in pathlib.Path(f"/proc/{process.pid}/task").iterdir():
-            status = (task / "status").read_text()
+            try:
+                status = (task / "status").read_text()
+            except FileNotFoundError:  # a thread that has ended meanwhile
+                continue
             threads += re.findall(r"^(?:State:\t\w|.*voluntary_ctxt_switches:.*)", status, re.MULTILINE)
         return threads
 
@@ -90,6 +90,10 @@ class Injector:
     def click(self, button: int) -> None:
         self._do(f"press {button}")
         self._do(f"release {button}")
+
+    def quietly(self, command: str) -> None:
+        """As a device would: the server has no reason to write to any program."""
+        self._do(f"quietly {command}")
 
     def _do(self, command: str) -> None:
         self._process.stdin.write(f"{command}\n")

@@ -143,8 +143,9 @@ class InputHolder::Session {
     }
 
     void waitForNews() {
-        std::array<pollfd, 3> sources{{{holder_.ordersChanged_.descriptor(), POLLIN, 0},
+        std::array<pollfd, 4> sources{{{holder_.ordersChanged_.descriptor(), POLLIN, 0},
                                        {connection_.descriptor(), POLLIN, 0},
+                                       {-1, POLLIN, 0},
                                        {-1, POLLIN, 0}}};
         int timeout = -1;
         if (isLookDue_) {
@@ -153,7 +154,9 @@ class InputHolder::Session {
                 std::chrono::ceil<std::chrono::milliseconds>(nextLook_ - Clock::now());
             timeout = static_cast<int>(std::max<std::int64_t>(wait.count(), 0));
         } else if (watch_) {
-            sources[2].fd = watch_->descriptor();
+            const auto [raw, record] = watch_->descriptors();
+            sources[2].fd = raw;
+            sources[3].fd = record;
         }
         xcb_flush(connection_.get());
         poll(sources.data(), sources.size(), timeout);

@@ -17,37 +17,38 @@ constexpr std::uint8_t endOfData = 5;
 } // namespace
 
 std::unique_ptr<PointerWatch> PointerWatch::start() {
-    auto connection = X11Connection::open();
-    if (!connection) {
+    auto raw = X11Connection::open();
+    if (!raw) {
         return nullptr;
     }
-    auto watch = std::unique_ptr<PointerWatch>(new PointerWatch(std::move(connection)));
+    auto watch = std::unique_ptr<PointerWatch>(new PointerWatch(std::move(raw)));
     watch->selectRawMotion();
-    watch->startRecording(); // last: from then on the server takes no requests here
-    xcb_flush(watch->connection_->get());
+    watch->startRecording();
     return watch;
 }
 
 void PointerWatch::selectRawMotion() {
-    if (!connection_->hasExtension(&xcb_input_id)) {
+    if (!raw_->hasExtension(&xcb_input_id)) {
         return;
     }
-    xcb_connection_t* connection = connection_->get();
     // From version 2.1 on raw events arrive also while another program has grabbed the pointer.
     const XcbOwned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection, xcb_input_xi_query_version(connection, 2, 3), nullptr));
+        raw_->get(), xcb_input_xi_query_version(raw_->get(), 2, 3), nullptr));
     struct {
         xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
         std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
     } selection;
-    xcb_input_xi_select_events(connection, connection_->root(), 1, &selection.head);
+    xcb_input_xi_select_events(raw_->get(), raw_->root(), 1, &selection.head);
+    xcb_flush(raw_->get());
 }
 
 void PointerWatch::startRecording() {
-    if (!connection_->hasExtension(&xcb_record_id)) {
+    record_ = X11Connection::open();
+    if (!record_ || !record_->hasExtension(&xcb_record_id)) {
+        record_.reset();
         return;
     }
-    xcb_connection_t* connection = connection_->get();
+    xcb_connection_t* connection = record_->get();
     const xcb_record_context_t context = xcb_generate_id(connection);
     xcb_record_range_t range{};
     range.device_events.first = XCB_MOTION_NOTIFY;
@@ -56,44 +57,41 @@ void PointerWatch::startRecording() {
     const XcbOwned<xcb_generic_error_t> refused(
         xcb_request_check(connection, xcb_record_create_context_checked(connection, context, 0, 1,
                                                                         1, &everyClient, &range)));
-    if (!refused) {
-        recording_ = xcb_record_enable_context(connection, context).sequence;
+    if (refused) {
+        record_.reset();
+        return;
     }
+    recording_ = xcb_record_enable_context(connection, context).sequence;
+    xcb_flush(connection);
+}
+
+std::array<int, 2> PointerWatch::descriptors() const {
+    return {raw_->descriptor(), record_ ? record_->descriptor() : -1};
 }
 
 bool PointerWatch::drain() {
-    // Asking for the one kind reads the other kind in, too: what lies in xcb's queues afterwards
-    // would wake nobody.
-    bool moved = false;
-    for (;;) {
-        const bool raw = drainEvents(xcb_poll_for_event);
-        const bool recorded = drainRecord();
-        const bool queued = drainEvents(xcb_poll_for_queued_event);
-        if (!raw && !recorded && !queued) {
-            return moved;
-        }
-        moved = true;
-    }
+    const bool raw = drainRaw();
+    return drainRecord() || raw;
 }
 
-bool PointerWatch::drainEvents(xcb_generic_event_t* (*next)(xcb_connection_t*)) {
-    bool any = false;
-    while (const XcbOwned<xcb_generic_event_t> event{next(connection_->get())}) {
-        any = any || event->response_type == XCB_GE_GENERIC;
+bool PointerWatch::drainRaw() {
+    bool moved = false;
+    while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(raw_->get())}) {
+        moved = moved || event->response_type == XCB_GE_GENERIC;
     }
-    return any;
+    return moved;
 }
 
 bool PointerWatch::drainRecord() {
     bool moved = false;
     void* reply = nullptr;
     xcb_generic_error_t* error = nullptr;
-    while (recording_ && xcb_poll_for_reply(connection_->get(), *recording_, &reply, &error) == 1) {
+    while (record_ && xcb_poll_for_reply(record_->get(), recording_, &reply, &error) == 1) {
         const XcbOwned<xcb_record_enable_context_reply_t> data(
             static_cast<xcb_record_enable_context_reply_t*>(reply));
         const XcbOwned<xcb_generic_error_t> failure(error);
         if (!data || data->category == endOfData) {
-            recording_.reset();
+            record_.reset();
         }
         moved = moved || (data && data->category == fromServer);
     }

@@ -2,16 +2,18 @@
 
 #include "Platform/Linux/x11/X11Connection.h"
 
+#include <array>
 #include <memory>
-#include <optional>
+#include <utility>
 
 namespace quillon {
 
-/// Wakes its reader whenever the pointer has moved, by whatever means, on a connection of its own.
+/// Wakes its reader whenever the pointer has moved, by whatever means.
 ///
 /// Motion of devices comes as raw events of the input extension. The server sends none when a
 /// program warps the pointer; the RECORD extension, where there is one, reports that too, though no
-/// sooner than the server has something to send to somebody.
+/// sooner than the server has something to send to somebody. Each has a connection of its own: X
+/// servers crash when they write an event to a connection that is being recorded to.
 class PointerWatch {
   public:
     /// Null when the server is not to be reached.
@@ -21,24 +23,25 @@ class PointerWatch {
     PointerWatch& operator=(const PointerWatch&) = delete;
     ~PointerWatch() = default;
 
-    [[nodiscard]] int descriptor() const { return connection_->descriptor(); }
+    /// What to poll; the second is -1 where there is nothing more.
+    [[nodiscard]] std::array<int, 2> descriptors() const;
 
     /// Reads what has arrived; true when there was motion in it.
     bool drain();
 
-    [[nodiscard]] bool isBroken() const { return connection_->isBroken(); }
+    [[nodiscard]] bool isBroken() const { return raw_->isBroken(); }
 
   private:
-    explicit PointerWatch(std::unique_ptr<X11Connection> connection)
-        : connection_(std::move(connection)) {}
+    explicit PointerWatch(std::unique_ptr<X11Connection> raw) : raw_(std::move(raw)) {}
 
     void selectRawMotion();
     void startRecording();
-    bool drainEvents(xcb_generic_event_t* (*next)(xcb_connection_t*));
+    bool drainRaw();
     bool drainRecord();
 
-    std::unique_ptr<X11Connection> connection_;
-    std::optional<unsigned> recording_; // the request that all records answer
+    std::unique_ptr<X11Connection> raw_;
+    std::unique_ptr<X11Connection> record_;
+    unsigned recording_ = 0; // the request that all records answer
 };
 
 } // namespace quillon

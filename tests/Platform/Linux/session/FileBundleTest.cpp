@@ -12,7 +12,8 @@ namespace {
 
 struct FileBundleTest : testing::Test {
     std::vector<std::string> lines;
-    SimulatedDesktop desktop{[this](std::string_view, const std::string& text) { lines.push_back(text); }};
+    SimulatedDesktop desktop{
+        [this](std::string_view, const std::string& text) { lines.push_back(text); }};
     std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "quillon-info.json";
 
     ~FileBundleTest() override { std::filesystem::remove(file); }
