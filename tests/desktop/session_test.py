@@ -4,9 +4,11 @@
 import json
 import os
 import pathlib
+import random
 import signal
 import subprocess
 import tempfile
+import threading
 import unittest
 
 from quillon_desktop import BAND, DesktopTest, GestureTest
@@ -31,6 +33,27 @@ class Endings(DesktopTest):
     def test_wayland_is_named(self):
         quillon = self.start_quillon(environment={"WAYLAND_DISPLAY": "wayland-0"})
         quillon.wait_for_line("Wayland session")
+
+
+class EndingInMidGesture(GestureTest):
+    def test_asked_to_end_while_scrolling(self):
+        moments = random.Random(7)
+        for _ in range(15):
+            quillon = self.start_quillon("Left", Tool4ScrollSensitivity=1)
+            self.go_into_band(BAND // 2, 300)
+            scrolling = threading.Thread(target=self.scroll_back_and_forth)
+            scrolling.start()
+            try:
+                quillon.process.wait(moments.uniform(0.001, 0.1))
+            except subprocess.TimeoutExpired:
+                pass
+            self.assertEqual(quillon.stop(), 0)
+            scrolling.join()
+
+    def scroll_back_and_forth(self):
+        for _ in range(30):
+            self.injector.scroll("up", 1)
+            self.injector.scroll("down", 1)
 
 
 class Settings(GestureTest):

@@ -18,6 +18,11 @@ bool isWaylandSession() {
 
 LinuxPlatform::LinuxPlatform() = default;
 
+LinuxPlatform::~LinuxPlatform() {
+    // Scripts that are still running use the services that are about to go.
+    runLoop_.finishBackground();
+}
+
 void LinuxPlatform::describeSession() {
     if (isWaylandSession()) {
         diagnostics_.line("⚠️ This is a Wayland session: edge gestures work only over X11 "

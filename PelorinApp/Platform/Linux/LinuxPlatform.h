@@ -17,6 +17,9 @@ namespace quillon {
 class LinuxPlatform {
   public:
     LinuxPlatform();
+    ~LinuxPlatform();
+    LinuxPlatform(const LinuxPlatform&) = delete;
+    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
     /// Says what will not work on this kind of session, if anything.
     void describeSession();

@@ -131,8 +131,13 @@ QtRunLoop::QtRunLoop()
 }
 
 QtRunLoop::~QtRunLoop() {
-    background_.waitForDone();
+    finishBackground();
     close(signals_);
+}
+
+void QtRunLoop::finishBackground() {
+    background_.clear();
+    background_.waitForDone();
 }
 
 TimerRef QtRunLoop::asyncAfter(double seconds, std::function<void()> work) {

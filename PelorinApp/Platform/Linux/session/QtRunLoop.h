@@ -27,6 +27,10 @@ class QtRunLoop final : public RunLoop {
     int run();
     void quit(int status);
 
+    /// Drops background work that has not begun and waits for the rest. To be called before what
+    /// that work uses is destroyed.
+    void finishBackground();
+
   protected:
     void enqueueMain(std::unique_ptr<Work> work) override;
     void enqueueBackground(std::unique_ptr<Work> work) override;

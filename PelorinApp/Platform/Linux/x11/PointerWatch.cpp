@@ -84,9 +84,12 @@ bool PointerWatch::drainRaw() {
 
 bool PointerWatch::drainRecord() {
     bool moved = false;
-    void* reply = nullptr;
-    xcb_generic_error_t* error = nullptr;
-    while (record_ && xcb_poll_for_reply(record_->get(), recording_, &reply, &error) == 1) {
+    while (record_) {
+        void* reply = nullptr;
+        xcb_generic_error_t* error = nullptr;
+        if (xcb_poll_for_reply(record_->get(), recording_, &reply, &error) == 0) {
+            break;
+        }
         const XcbOwned<xcb_record_enable_context_reply_t> data(
             static_cast<xcb_record_enable_context_reply_t*>(reply));
         const XcbOwned<xcb_generic_error_t> failure(error);
