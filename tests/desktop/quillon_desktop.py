@@ -26,12 +26,15 @@ class Quillon:
         return self._lines.all()
 
     def unexpected_lines(self) -> list[str]:
-        """Those that nobody has waited for."""
+        """Those that the test does not reckon with."""
         return [line for line in self.lines()
                 if not any(part in line for part in self._expected)]
 
-    def wait_for_line(self, part: str, limit=10.0) -> None:
+    def may_say(self, part: str) -> None:
         self._expected.append(part)
+
+    def wait_for_line(self, part: str, limit=10.0) -> None:
+        self.may_say(part)
         self._desktop.wait_for(self.process, lambda: any(part in line for line in self.lines()),
                                f"a line with {part!r}", limit)
 
@@ -63,7 +66,7 @@ class ProgramTest(unittest.TestCase):
 
     def _end(self, quillon: Quillon) -> None:
         """A program that a test leaves running must still be there, and end cleanly, and it has
-        said nothing that the test did not wait for."""
+        said nothing that the test does not reckon with."""
         try:
             if quillon.process.returncode is None:
                 self.assertTrue(quillon.is_running(), "the program has ended by itself")

@@ -3,54 +3,79 @@
 
 import unittest
 
-from quillon_desktop import BAND, HEIGHT, DesktopTest
-from witnesses import Failed, Injector, await_wheel, wait_until
+from quillon_desktop import BAND, HEIGHT, GestureTest
+from witnesses import await_idle, wait_until
 
-IN_BAND = BAND // 2, HEIGHT // 4
+KEYS = {"left": "ctrl+alt+Left", "right": "ctrl+alt+Right"}  # by default in all four of them
+NOTCHES = {"left": "up", "right": "down"}
 
 
-class RowEnds(DesktopTest):
-    """At the ends of the row we do what the manager's own shortcut does."""
+class RowEnds(GestureTest):
+    """With openbox; the same for the others below."""
 
     options = {"window_manager": "openbox"}
 
     def setUp(self):
-        self.injector = Injector(self.desktop)
+        super().setUp()
+        self.quillon = self.start_quillon("Left")
+        self.go_into_band(BAND // 2, HEIGHT // 4)
 
-    def settle(self, number: int) -> None:
-        self.desktop.set_desktop(number)
-        wait_until(lambda: self.desktop.current_desktop() == number, f"desktop {number}")
+    def press_keys(self, direction: str) -> None:
+        self.desktop.run("xdotool", "key", KEYS[direction])
 
-    def after(self, act, start: int) -> int:
-        """Where `act` leads from `start`; staying there shows only in time that passes."""
-        self.settle(start)
-        act()
-        try:
-            wait_until(lambda: self.desktop.current_desktop() != start, "a change", limit=1.5)
-        except Failed:
+    def turn_wheel(self, direction: str) -> None:
+        self.injector.scroll(NOTCHES[direction], 4)
+        await_idle(self.quillon.process)
+
+    def end_of(self, act, start: int, direction: str) -> int:
+        """Where it leads. That it leads nowhere shows by what is done after it coming first; that
+        must not be where one could get to by a step to either side."""
+        self.history.go_to(start)
+        act(direction)
+        if not self.history.remainder((start + 2) % 4):
             return start
-        return self.desktop.current_desktop()
+        self.history.go_to(start)
+        act(direction)
+        return wait_until(self.history.changes, "another desktop")[0]
 
-    def check_ends(self, keys: dict[str, str]):
-        self.start_quillon("Left")
-        for start, direction, wheel in ((0, "left", "up"), (3, "right", "down")):
-            key = keys[direction]
-            self.injector.move(640, 400)
-            theirs = self.after(lambda: self.desktop.run("xdotool", "key", key), start)
-            self.injector.move(*IN_BAND)
-            await_wheel(self.desktop, "taken")
-            ours = self.after(lambda: self.injector.scroll(wheel, 4), start)
-            print(f"{self.options['window_manager']}: {direction} of desktop {start}: "
-                  f"shortcut {theirs}, gesture {ours}")
-            self.assertEqual(ours, theirs)
-            # And the shortcut is the right one: in the other direction it leads to the neighbour.
-            other = "right" if direction == "left" else "left"
-            self.injector.move(640, 400)
-            inward = self.after(lambda: self.desktop.run("xdotool", "key", keys[other]), start)
-            self.assertEqual(inward, start + 1 if start == 0 else start - 1)
+    def compare(self, steps) -> dict:
+        """Answers where the window manager's own shortcut leads."""
+        theirs = {step: self.end_of(self.press_keys, *step) for step in steps}
+        ours = {step: self.end_of(self.turn_wheel, *step) for step in steps}
+        print(f"{self.id()}: {theirs}")
+        self.assertEqual(ours, theirs)
+        return theirs
 
-    def test_ends(self):
-        self.check_ends({"left": "ctrl+alt+Left", "right": "ctrl+alt+Right"})
+    def test_one_row(self):
+        theirs = self.compare([(0, "left"), (0, "right"), (3, "left"), (3, "right")])
+        self.assertEqual((theirs[0, "right"], theirs[3, "left"]), (1, 2), "these are the shortcuts")
+
+    def test_two_rows(self):
+        self.set_layout("0, 2, 2, 0")  # rows of two, from the top left
+        self.addCleanup(self.set_layout, "0, 4, 1, 0")
+        self.compare([(start, direction) for start in range(4) for direction in KEYS])
+
+    def set_layout(self, layout: str) -> None:
+        """As a pager does, which also owns the selection that says so."""
+        name = "_NET_DESKTOP_LAYOUT"
+        self.desktop.run("xprop", "-root", "-format", name, "32c", "-set", name, layout)
+        self.assertEqual(self.desktop.root_property(name), layout)
+
+
+class RowEndsWrappingOpenbox(RowEnds):
+    """It does what its settings say, which are those of the user."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        settings = cls.desktop.config / "openbox/rc.xml"
+        text = settings.read_text()
+        settings.write_text(text.replace("<wrap>no</wrap>", "<wrap>yes</wrap>"))
+        cls.desktop.run("openbox", "--reconfigure")
+
+    def test_one_row(self):
+        super().test_one_row()
+        self.assertEqual(self.end_of(self.press_keys, 0, "left"), 3)
 
 
 class RowEndsIcewm(RowEnds):

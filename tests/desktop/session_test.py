@@ -5,6 +5,7 @@ import json
 import os
 import pathlib
 import random
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -12,7 +13,7 @@ import threading
 import unittest
 
 from quillon_desktop import BAND, DesktopTest, GestureTest
-from witnesses import QUILLON, await_idle
+from witnesses import QUILLON, await_idle, wheel_is_free
 
 
 class Endings(DesktopTest):
@@ -56,6 +57,23 @@ class EndingInMidGesture(GestureTest):
             self.injector.scroll("down", 1)
 
 
+class EndingsWhileBusy(GestureTest):
+    def test_the_window_manager_hangs(self):
+        """One move waits for it and others wait for that one; the end waits for none of these."""
+        manager = self.desktop.window_manager
+        for number in (signal.SIGTERM, signal.SIGINT):
+            self.history.go_to(2)
+            quillon = self.start_quillon("Left")
+            quillon.may_say("did not switch to desktop")
+            self.go_into_band(BAND, 400)
+            manager.send_signal(signal.SIGSTOP)
+            self.addCleanup(manager.send_signal, signal.SIGCONT)
+            self.injector.scroll("up", 80)
+            await_idle(quillon.process)
+            self.assertEqual(quillon.stop(number), 0)
+            manager.send_signal(signal.SIGCONT)
+
+
 class Settings(GestureTest):
     def run_with(self, write) -> tuple:
         folder = self.desktop.config / "com.pelorin.PelorinApp"
@@ -69,10 +87,25 @@ class Settings(GestureTest):
         damaged = '{"Tool4LeftEdge": true, "Tool4E'
         quillon, folder = self.run_with(lambda file: file.write_text(damaged))
         quillon.wait_for_line("defaults.json")
+        self.expect_nothing_armed(quillon)
         self.desktop.run(QUILLON, "defaults", "write", "Tool4LeftEdge", "true")
         self.assertEqual((folder / "defaults.json.damaged").read_text(), damaged)
         self.assertEqual(json.loads((folder / "defaults.json").read_text()),
                          {"Tool4LeftEdge": True})
+
+    def test_unreadable_file_is_survived(self):
+        folder = self.desktop.config / "com.pelorin.PelorinApp"
+        shutil.rmtree(folder, ignore_errors=True)
+        # Even an administrator, who may read every file, cannot read a folder as one.
+        quillon, _ = self.run_with(lambda file: file.mkdir(parents=True))
+        self.addCleanup(shutil.rmtree, folder)
+        quillon.wait_for_line("defaults.json")
+        self.expect_nothing_armed(quillon)
+
+    def expect_nothing_armed(self, quillon) -> None:
+        self.injector.move(0, 300)
+        await_idle(quillon.process)
+        self.assertTrue(wheel_is_free(self.desktop))
 
     def test_wrong_type_costs_one_setting(self):
         text = '{"Tool4LeftEdge": true, "Tool4EdgeSensitivity": "wide"}'

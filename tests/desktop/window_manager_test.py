@@ -5,7 +5,7 @@ import time
 import unittest
 
 from quillon_desktop import BAND, GestureTest
-from witnesses import parts
+from witnesses import parts, wait_until
 
 
 class WindowManagerChanges(GestureTest):
@@ -16,11 +16,16 @@ class WindowManagerChanges(GestureTest):
         self.expect_gestures()
 
     def expect_gestures(self) -> None:
-        self.history.go_to(2)
-        self.injector.scroll("up", 4)
-        self.history.expect(1)
-        self.injector.scroll("down", 4)
-        self.history.expect(2)
+        # A window manager that has just begun says so before it listens to anybody.
+        for number in (3, 2):
+            wait_until(lambda: self.obeys(number), "the window manager obeys")  # noqa: B023
+        for direction, target in (("up", 1), ("down", 2)):
+            self.injector.scroll(direction, 4)
+            wait_until(lambda: self.desktop.current_desktop() == target, f"desktop {target}")  # noqa: B023
+
+    def obeys(self, number: int) -> bool:
+        self.desktop.run("wmctrl", "-s", number)
+        return self.desktop.current_desktop() == number
 
     def expect_gestures_within(self, limit: float, since: float) -> None:
         self.expect_gestures()

@@ -179,12 +179,13 @@ class DesktopHistory:
             raise AssertionError(f"not to {number} alone, but {self.changes()}")
         self.forget()
 
-    def remainder(self) -> list[int]:
-        """What happened since the last forget(), to the end: a change that is made after
-        everything else ends it."""
-        other = (self._desktop.current_desktop() + 1) % self._desktop.desktop_count()
-        self._desktop.set_desktop(other)
-        wait_until(lambda: self.changes()[-1:] == [other], "the history knows the desktop")
+    def remainder(self, fence: int | None = None) -> list[int]:
+        """What happened since the last forget(), to the end: a change, to `fence`, that is made
+        after everything else ends it."""
+        if fence is None:
+            fence = (self._desktop.current_desktop() + 1) % self._desktop.desktop_count()
+        self._desktop.set_desktop(fence)
+        wait_until(lambda: self.changes()[-1:] == [fence], "the history knows the desktop")
         changes = self.changes()[:-1]
         self.forget()
         return changes

@@ -11,8 +11,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Longer than any window manager needs when it is alive.
-constexpr std::chrono::milliseconds patience{1000};
+/// Longer than any window manager needs when it is alive. One that has just been started may miss
+/// a request, so there are several tries; they name the desktop, so a late one does no harm.
+constexpr std::chrono::milliseconds patience{250};
+constexpr int tries = 4;
 
 /// Waits for an event of this connection until the deadline; null when it passes.
 XcbOwned<xcb_generic_event_t> nextEvent(const X11Connection& connection,
@@ -66,12 +68,19 @@ std::optional<std::string> DesktopSwitch::move(DesktopDirection direction) {
     const auto layout = cardinals(*connection_, connection_->root(), desktopLayout_);
     const auto grid =
         DesktopGrid::fromLayout(*count, layout.value_or(std::vector<std::uint32_t>{}));
-    const auto target = grid.neighbour(*current, direction, rowEndOf(*connection_, manager));
+    auto target = grid.neighbour(*current, direction, RowEnd::stop);
+    if (!target) {
+        target = grid.neighbour(*current, direction, rowEndOf(*connection_, manager));
+    }
     if (!target) {
         return std::nullopt;
     }
-    request(*target);
-    if (!waitUntilCurrent(*target)) {
+    bool arrived = false;
+    for (int i = 0; i < tries && !arrived; ++i) {
+        request(*target);
+        arrived = waitUntilCurrent(*target);
+    }
+    if (!arrived) {
         return manager + " did not switch to desktop " + std::to_string(*target + 1);
     }
     return std::nullopt;

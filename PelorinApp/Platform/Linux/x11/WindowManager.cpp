@@ -1,5 +1,6 @@
 #include "Platform/Linux/x11/WindowManager.h"
 
+#include "Platform/Linux/session/ConfigHome.h"
 #include "Platform/Linux/x11/X11Properties.h"
 
 #include <QString>
@@ -7,20 +8,43 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
+#include <vector>
 
 namespace quillon {
 
 namespace {
 
-std::string openboxConfiguration(const X11Connection& connection) {
-    const auto path = text(connection, connection.root(), connection.atom("_OB_CONFIG_FILE"));
-    if (!path) {
-        return {};
+/// Where openbox looks for its configuration, in this order: the file it was told of, the user's,
+/// the system's.
+std::vector<std::filesystem::path> openboxConfigurationFiles(const X11Connection& connection) {
+    std::vector<std::filesystem::path> files;
+    if (const auto told = text(connection, connection.root(), connection.atom("_OB_CONFIG_FILE"))) {
+        files.emplace_back(*told);
     }
-    std::ifstream file(*path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::vector<std::filesystem::path> folders{configHome()};
+    const char* set = std::getenv("XDG_CONFIG_DIRS");
+    std::istringstream system(set != nullptr && *set != '\0' ? set : "/etc/xdg");
+    for (std::string folder; std::getline(system, folder, ':');) {
+        folders.emplace_back(folder);
+    }
+    for (const auto& folder : folders) {
+        files.push_back(folder / "openbox" / "rc.xml");
+    }
+    return files;
+}
+
+std::string openboxConfiguration(const X11Connection& connection) {
+    for (const auto& path : openboxConfigurationFiles(connection)) {
+        if (std::ifstream file(path, std::ios::binary); file) {
+            return {std::istreambuf_iterator<char>(file), {}};
+        }
+    }
+    return {};
 }
 
 /// The text of the children "to" and "wrap" of an <action name="GoToDesktop">.
