@@ -69,8 +69,9 @@ def await_idle(process: subprocess.Popen, limit=10.0) -> None:
 class Injector:
     """A hand at the mouse. Each of its calls returns when the X server has done it."""
 
-    # Of notches that come faster while a grab is frozen, the X server itself loses some.
-    SHORTEST_GAP = 0.001
+    # Faster than any hand. The X server itself loses some of the notches that are injected while a
+    # grab is frozen, which on a busy machine can take milliseconds.
+    SHORTEST_GAP = 0.005
 
     def __init__(self, desktop):
         self._process = desktop.start("injector", [X11_PROBE, "inject"], text=True,
