@@ -72,6 +72,13 @@ class RowEndsWrappingOpenbox(RowEnds):
         text = settings.read_text()
         settings.write_text(text.replace("<wrap>no</wrap>", "<wrap>yes</wrap>"))
         cls.desktop.run("openbox", "--reconfigure")
+        wait_until(cls.shortcut_wraps, "openbox has read its settings anew")
+
+    @classmethod
+    def shortcut_wraps(cls) -> bool:
+        cls.history.go_to(0)
+        cls.desktop.run("xdotool", "key", KEYS["left"])
+        return cls.desktop.current_desktop() == 3
 
     def test_one_row(self):
         super().test_one_row()
