@@ -1,8 +1,9 @@
 #include "Replay/replay.h"
 
+#include "support/TemporaryFolder.h"
+
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -18,20 +19,12 @@ const std::string notchOutput = "0 tap install tool.desktopSwitcher\n5 consume\n
 
 class ReplayTest : public testing::Test {
   protected:
-    ReplayTest()
-        : file_(std::filesystem::path(testing::TempDir()) /
-                (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) +
-                 ".trace")) {}
-    ~ReplayTest() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(file_, ignored);
-    }
-
     void write(const std::string& text) { std::ofstream(file_, std::ios::binary) << text; }
     int replay(bool check = false) { return replayCommand(path(), check, out_, err_); }
     [[nodiscard]] std::string path() const { return file_.string(); }
 
-    std::filesystem::path file_;
+    TemporaryFolder folder_;
+    std::filesystem::path file_ = folder_.path() / "test.trace";
     std::ostringstream out_;
     std::ostringstream err_;
 };

@@ -4,7 +4,7 @@
 #include "OrdinaryUser.h"
 #include "RecordingDiagnostics.h"
 #include "SystemCalls.h"
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 
 #include "RecordingDiagnostics.h"
 #include "SystemCalls.h"
-#include "TemporaryFolder.h"
 #include "ThreadedRunLoop.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 #include "Platform/Simulated/VirtualRunLoop.h"
 
 #include "RecordingDiagnostics.h"
-#include "TemporaryFolder.h"
 #include "WriterProgram.h"
 #include "WrittenValue.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

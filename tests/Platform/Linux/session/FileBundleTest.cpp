@@ -1,6 +1,7 @@
 #include "Platform/Linux/session/FileBundle.h"
 
 #include "Platform/Simulated/SimulatedDesktop.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +15,9 @@ struct FileBundleTest : testing::Test {
     std::vector<std::string> lines;
     SimulatedDesktop desktop{
         [this](std::string_view, const std::string& text) { lines.push_back(text); }};
-    std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "quillon-info.json";
+    TemporaryFolder folder;
+    std::filesystem::path file = folder.path() / "Info.json";
 
-    ~FileBundleTest() override { std::filesystem::remove(file); }
     void write(const char* text) const { std::ofstream(file) << text; }
 };
 

@@ -4,7 +4,7 @@
 #include "Platform/Simulated/VirtualRunLoop.h"
 
 #include "RecordingDiagnostics.h"
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
