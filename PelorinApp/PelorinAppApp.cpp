@@ -6,7 +6,9 @@ namespace quillon {
 
 void PelorinAppApp::launch() {
     Platform::current().diagnostics.line("🚀 App launched!");
-    Tool4EdgesManager::shared();
+    Tool4EdgesManager& desktopSwitcher = Tool4EdgesManager::shared();
+    Platform::current().events.setPanicHandler(
+        [&desktopSwitcher] { desktopSwitcher.switchOffForNow(); });
 }
 
 } // namespace quillon

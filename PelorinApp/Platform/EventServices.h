@@ -66,6 +66,11 @@ class EventServices {
     /// A hint for systems that must hold something of the user's to be able to consume: they hold
     /// it only where `armedAt` says so, and nothing when it is empty. Others ignore it.
     virtual void setArmedAt(EventTap& tap, ArmedAt armedAt) = 0;
+
+    /// `handler` is called on the main thread when the user demands all input back, by a chord that
+    /// the system watches for while there is a tap. Nothing is held any more by then; the handler
+    /// switches off whatever would hold again.
+    virtual void setPanicHandler(std::function<void()> handler) = 0;
 };
 
 } // namespace quillon

@@ -1,5 +1,6 @@
 #include "support/XServer.h"
 
+#include "Platform/Linux/x11/PanicChord.h"
 #include "Platform/Linux/x11/WheelGrabs.h"
 
 #include <QCoreApplication>
@@ -98,6 +99,30 @@ void XClient::pressWheel(std::uint8_t button) const {
         xcb_test_fake_input(connection_->get(), type, button, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
     }
     xcb_flush(connection_->get());
+}
+
+void XClient::pressPanicChord() const {
+    constexpr std::array<xcb_keysym_t, 3> keys{0xFFE3, 0xFFEB, 0xFF1B}; // Control, Super, Escape
+    xcb_key_symbols_t* symbols = xcb_key_symbols_alloc(connection_->get());
+    for (const std::uint8_t type : {XCB_KEY_PRESS, XCB_KEY_RELEASE}) {
+        for (const xcb_keysym_t key : keys) {
+            const XcbOwned<xcb_keycode_t> code(xcb_key_symbols_get_keycode(symbols, key));
+            xcb_test_fake_input(connection_->get(), type, *code, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
+                                0);
+        }
+    }
+    xcb_key_symbols_free(symbols);
+    connection_->sync();
+}
+
+bool XClient::canGrabPanicChord() const {
+    xcb_grab_server(connection_->get());
+    PanicChord chord(*connection_);
+    const bool all = chord.take();
+    chord.release();
+    xcb_ungrab_server(connection_->get());
+    connection_->sync();
+    return all;
 }
 
 int XClient::wheelPresses() {

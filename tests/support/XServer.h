@@ -34,6 +34,12 @@ class XClient {
     void movePointer(int x, int y) const;
     void pressWheel(std::uint8_t button) const;
 
+    /// All its keys down, then up.
+    void pressPanicChord() const;
+
+    /// Whether a grab of it could be taken by this client at this moment.
+    [[nodiscard]] bool canGrabPanicChord() const;
+
     /// Wheel presses that this client's window has received so far.
     int wheelPresses();
 

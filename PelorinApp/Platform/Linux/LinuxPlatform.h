@@ -3,6 +3,7 @@
 #include "Platform/Linux/session/ConfigHome.h"
 #include "Platform/Linux/session/FileBundle.h"
 #include "Platform/Linux/session/FileUserDefaults.h"
+#include "Platform/Linux/session/InstalledFiles.h"
 #include "Platform/Linux/session/QtRunLoop.h"
 #include "Platform/Linux/session/StandardOutput.h"
 #include "Platform/Linux/x11/DesktopScripting.h"
@@ -42,7 +43,8 @@ class LinuxPlatform {
     X11Displays displays_;
     X11Session session_{diagnostics_, displays_, [this] { displayLost(); }};
     X11EventServices events_{runLoop_, diagnostics_, displays_,
-                             [this] { return session_.isGranted(); }};
+                             [this] { return session_.isGranted(); },
+                             helperProgram("quillon-watchdog")};
     DesktopScripting scripting_;
     Platform services_{runLoop_,   events_,       displays_, session_,
                        scripting_, userDefaults_, bundle_,   diagnostics_};

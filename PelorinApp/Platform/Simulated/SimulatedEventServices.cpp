@@ -132,6 +132,16 @@ void SimulatedEventServices::drop(std::string_view owner) {
     }
 }
 
+void SimulatedEventServices::setPanicHandler(std::function<void()> handler) {
+    panicHandler_ = std::move(handler);
+}
+
+void SimulatedEventServices::panic() const {
+    if (panicHandler_) {
+        panicHandler_();
+    }
+}
+
 bool SimulatedEventServices::hasTap(std::string_view owner) const {
     for (const auto& tap : living()) {
         if (tap->owner == owner) {

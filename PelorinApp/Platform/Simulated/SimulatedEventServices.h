@@ -22,6 +22,7 @@ class SimulatedEventServices final : public EventServices {
     void enableTap(EventTap& tap, bool enable) override;
     void setInvalidationHandler(EventTap& tap, std::function<void()> handler) override;
     void setArmedAt(EventTap& tap, ArmedAt armedAt) override;
+    void setPanicHandler(std::function<void()> handler) override;
 
     enum class Fate { pass, rewrite, consume };
 
@@ -30,6 +31,9 @@ class SimulatedEventServices final : public EventServices {
 
     /// The system switches every tap off, then tells each one.
     void disableAll(EventType reason);
+
+    /// The user demands all input back.
+    void panic() const;
 
     /// Whether the system grants new taps.
     void setGranting(bool granting) { granting_ = granting; }
@@ -51,6 +55,7 @@ class SimulatedEventServices final : public EventServices {
 
     ActionSink sink_;
     bool granting_ = true;
+    std::function<void()> panicHandler_;
     std::vector<std::weak_ptr<SimulatedTap>> taps_; // newest first
 };
 

@@ -99,6 +99,13 @@ void EdgeToolManager::setIsEnabled(bool enabled) {
     }
 }
 
+void EdgeToolManager::switchOffForNow() {
+    if (std::exchange(isEnabled_, false)) {
+        Q_EMIT isEnabledChanged();
+    }
+    stopMonitoring();
+}
+
 template <class T>
 void EdgeToolManager::setBandSetting(T& field, T value, const char* key,
                                      void (EdgeToolManager::*changed)()) {

@@ -61,6 +61,10 @@ class EdgeToolManager : public QObject, public std::enable_shared_from_this<Edge
 
     /// Each setter persists its value at once, also when it is the old one.
     void setIsEnabled(bool enabled);
+
+    /// Off until the next start, or until somebody switches it on: nothing is persisted.
+    void switchOffForNow();
+
     void setEdgeSensitivity(double points);
     void setLeftEdgeEnabled(bool enabled);
     void setRightEdgeEnabled(bool enabled);

@@ -187,5 +187,23 @@ TEST_F(EdgeToolLifeCycle, TeardownLeavesNothingBehind) {
     desktop.runLoop.drain(); // the answer on its way finds nobody
 }
 
+TEST_F(EdgeToolLifeCycle, SwitchedOffForNowStaysOffAndIsStoredAsItWas) {
+    const auto manager = startTool();
+    int signals = 0;
+    QObject::connect(manager.get(), &EdgeToolManager::isEnabledChanged, [&] { ++signals; });
+    manager->switchOffForNow();
+    EXPECT_FALSE(hasTap());
+    EXPECT_FALSE(manager->isEnabled());
+    EXPECT_EQ(signals, 1);
+    EXPECT_EQ(desktop.runLoop.timerCount(), 0U);
+    manager->setLeftEdgeEnabled(true);
+    advance(60);
+    EXPECT_FALSE(hasTap()) << "until somebody switches it on";
+    EXPECT_EQ(desktop.userDefaults.standard().object("Tool4EnabledState"), std::nullopt)
+        << "the next start goes by what was stored";
+    manager->setIsEnabled(true);
+    EXPECT_TRUE(hasTap());
+}
+
 } // namespace
 } // namespace quillon

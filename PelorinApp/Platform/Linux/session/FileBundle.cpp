@@ -1,5 +1,7 @@
 #include "Platform/Linux/session/FileBundle.h"
 
+#include "Platform/Linux/session/InstalledFiles.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cstdlib>
@@ -13,10 +15,7 @@ std::filesystem::path findInfoFile() {
     if (const char* named = std::getenv("QUILLON_INFO"); named != nullptr && *named != '\0') {
         return named;
     }
-    std::error_code failed;
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe", failed).parent_path();
-    const auto installed = folder / "../share/quillon/Info.json";
-    return std::filesystem::exists(installed, failed) ? installed : folder / "Info.json";
+    return sharedFile("Info.json");
 }
 
 } // namespace

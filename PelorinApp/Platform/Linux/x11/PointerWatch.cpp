@@ -22,12 +22,12 @@ std::unique_ptr<PointerWatch> PointerWatch::start() {
         return nullptr;
     }
     auto watch = std::unique_ptr<PointerWatch>(new PointerWatch(std::move(raw)));
-    watch->selectRawMotion();
+    watch->selectRawEvents();
     watch->startRecording();
     return watch;
 }
 
-void PointerWatch::selectRawMotion() {
+void PointerWatch::selectRawEvents() {
     if (!raw_->hasExtension(&xcb_input_id)) {
         return;
     }
@@ -36,7 +36,8 @@ void PointerWatch::selectRawMotion() {
         raw_->get(), xcb_input_xi_query_version(raw_->get(), 2, 3), nullptr));
     struct {
         xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
-        std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+        std::uint32_t mask =
+            XCB_INPUT_XI_EVENT_MASK_RAW_MOTION | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
     } selection;
     xcb_input_xi_select_events(raw_->get(), raw_->root(), 1, &selection.head);
     xcb_flush(raw_->get());
@@ -77,7 +78,10 @@ bool PointerWatch::drain() {
 bool PointerWatch::drainRaw() {
     bool moved = false;
     while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(raw_->get())}) {
-        moved = moved || event->response_type == XCB_GE_GENERIC;
+        if (event->response_type == XCB_GE_GENERIC) {
+            moved = true;
+            lastMover_ = reinterpret_cast<const xcb_input_raw_motion_event_t&>(*event).sourceid;
+        }
     }
     return moved;
 }

@@ -4,12 +4,12 @@
 
 namespace quillon {
 
-TapExchange::Question TapExchange::take(WheelPress& press) {
+TapExchange::Question TapExchange::take(ScrollNotch& notch) {
     const std::scoped_lock lock(mutex_);
     switch (state_) {
     case State::asked:
         state_ = State::taken;
-        press = press_;
+        notch = notch_;
         return Question::open;
     case State::expiredUnseen:
         state_ = State::idle;

@@ -1,19 +1,13 @@
 #pragma once
 
-#include "Platform/Geometry.h"
+#include "Platform/Linux/x11/ScrollNotch.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
-#include <cstdint>
 #include <mutex>
 
 namespace quillon {
-
-/// A notch of a wheel without scroll axes, before the applications get it.
-struct WheelPress {
-    std::uint8_t button = 0;
-    Point location;
-};
 
 enum class Verdict { pass, consume };
 
@@ -24,17 +18,27 @@ class TapExchange {
   public:
     explicit TapExchange(std::chrono::milliseconds patience) : patience_(patience) {}
 
-    /// Holding thread: puts the question, calls `wakeMain`, and waits. When no answer comes in
-    /// time the event passes and `timedOut` is true.
-    template <class WakeMain>
-    Verdict ask(const WheelPress& press, bool& timedOut, const WakeMain& wakeMain) {
+    /// Holding thread: puts the question, calls `wakeMain`, and waits; while it does, it calls
+    /// `meanwhile` now and then. When no answer comes in time the event passes and `timedOut` is
+    /// true.
+    template <class WakeMain, class Meanwhile>
+    Verdict ask(const ScrollNotch& notch, bool& timedOut, const WakeMain& wakeMain,
+                const Meanwhile& meanwhile) {
         std::unique_lock lock(mutex_);
-        press_ = press;
+        notch_ = notch;
         state_ = State::asked;
         lock.unlock();
         wakeMain();
         lock.lock();
-        timedOut = !answered_.wait_for(lock, patience_, [this] { return state_ == State::idle; });
+        const auto limit = std::chrono::steady_clock::now() + patience_;
+        const auto isAnswered = [this] { return state_ == State::idle; };
+        for (timedOut = false; !isAnswered() && !timedOut;) {
+            const auto now = std::chrono::steady_clock::now();
+            timedOut = now >= limit;
+            if (!timedOut && !answered_.wait_until(lock, std::min(limit, now + turn), isAnswered)) {
+                meanwhile();
+            }
+        }
         if (timedOut) {
             state_ = state_ == State::asked ? State::expiredUnseen : State::expired;
             return Verdict::pass;
@@ -46,7 +50,7 @@ class TapExchange {
 
     /// Main thread: what there is to answer. `expired` says that an event has passed which nobody
     /// here has looked at.
-    Question take(WheelPress& press);
+    Question take(ScrollNotch& notch);
 
     /// Main thread: answers what take() said was open. False when the answer came too late.
     bool answer(Verdict verdict);
@@ -55,6 +59,8 @@ class TapExchange {
     [[nodiscard]] bool isAwaited();
 
   private:
+    static constexpr std::chrono::milliseconds turn{50};
+
     enum class State {
         idle,
         asked,         // waiting to be seen by the main thread
@@ -67,7 +73,7 @@ class TapExchange {
     std::mutex mutex_;
     std::condition_variable answered_;
     State state_ = State::idle;
-    WheelPress press_;
+    ScrollNotch notch_;
     Verdict verdict_ = Verdict::pass;
 };
 

@@ -1,19 +1,18 @@
 #include "Platform/Linux/x11/WheelGrabs.h"
 
+#include <array>
+
 namespace quillon {
 
 std::vector<std::uint8_t> WheelGrabs::take() {
-    xcb_connection_t* connection = connection_.get();
     std::array<xcb_void_cookie_t, wheelButtons.size()> requests{};
     for (std::size_t i = 0; i < wheelButtons.size(); ++i) {
-        requests[i] = xcb_grab_button_checked(
-            connection, 0, connection_.root(),
-            XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE, XCB_GRAB_MODE_SYNC,
-            XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, wheelButtons[i], XCB_MOD_MASK_ANY);
+        requests[i] = grab(wheelButtons[i]);
     }
     std::vector<std::uint8_t> refused;
     for (std::size_t i = 0; i < wheelButtons.size(); ++i) {
-        const XcbOwned<xcb_generic_error_t> error(xcb_request_check(connection, requests[i]));
+        const XcbOwned<xcb_generic_error_t> error(
+            xcb_request_check(connection_.get(), requests[i]));
         if (error) {
             refused.push_back(wheelButtons[i]);
         }
@@ -24,10 +23,21 @@ std::vector<std::uint8_t> WheelGrabs::take() {
 
 void WheelGrabs::release() {
     for (const std::uint8_t button : wheelButtons) {
-        xcb_ungrab_button(connection_.get(), button, connection_.root(), XCB_MOD_MASK_ANY);
+        ungrab(button);
     }
     xcb_flush(connection_.get());
     taken_ = false;
+}
+
+xcb_void_cookie_t WheelGrabs::grab(std::uint8_t button) const {
+    return xcb_grab_button_checked(connection_.get(), 0, connection_.root(),
+                                   XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE,
+                                   XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE,
+                                   button, XCB_MOD_MASK_ANY);
+}
+
+void WheelGrabs::ungrab(std::uint8_t button) const {
+    xcb_ungrab_button(connection_.get(), button, connection_.root(), XCB_MOD_MASK_ANY);
 }
 
 void WheelGrabs::pass(const xcb_button_press_event_t& press) const {

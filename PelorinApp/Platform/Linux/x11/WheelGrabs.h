@@ -1,15 +1,12 @@
 #pragma once
 
+#include "Platform/Linux/x11/ScrollNotch.h"
 #include "Platform/Linux/x11/X11Connection.h"
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
 namespace quillon {
-
-/// The wheel as X11 knows it: buttons that are pressed and released at once per notch.
-inline constexpr std::array<std::uint8_t, 4> wheelButtons{4, 5, 6, 7};
 
 /// Synchronous passive grabs of the wheel buttons on the root window, with any modifiers. While
 /// they are taken, each press of such a button reaches this connection first, and the pointer
@@ -30,7 +27,22 @@ class WheelGrabs {
     void pass(const xcb_button_press_event_t& press) const;
     void consume(const xcb_button_press_event_t& press) const;
 
+    /// Calls `post`, which posts presses of this button that are not to come here.
+    template <class Post>
+    void letThrough(std::uint8_t button, const Post& post) const {
+        if (taken_) {
+            ungrab(button);
+        }
+        post();
+        if (taken_) {
+            grab(button);
+        }
+        xcb_flush(connection_.get());
+    }
+
   private:
+    xcb_void_cookie_t grab(std::uint8_t button) const;
+    void ungrab(std::uint8_t button) const;
     void allow(std::uint8_t mode, const xcb_button_press_event_t& press) const;
 
     const X11Connection& connection_;

@@ -1,7 +1,5 @@
 #include "Platform/Linux/x11/X11EventServices.h"
 
-#include "Platform/FieldEvent.h"
-
 #include <string>
 #include <utility>
 
@@ -13,17 +11,6 @@ namespace {
 /// below what a person takes for a fault.
 constexpr std::chrono::milliseconds tapPatience{200};
 
-/// The notch of a wheel button in the numbered fields: up and right are positive.
-FieldEvent scrollEvent(std::uint8_t button) {
-    FieldEvent event;
-    const bool vertical = button == 4 || button == 5;
-    const bool positive = button == 4 || button == 7;
-    event.setDoubleValueField(vertical ? EventField::scrollLineDeltaAxis1
-                                       : EventField::scrollLineDeltaAxis2,
-                              positive ? 1.0 : -1.0);
-    return event;
-}
-
 } // namespace
 
 class X11EventServices::Tap final : public EventTap {
@@ -33,7 +20,7 @@ class X11EventServices::Tap final : public EventTap {
         : mask(interest), callback(function), userInfo(context), toolId(tool), services_(owner) {}
     Tap(const Tap&) = delete;
     Tap& operator=(const Tap&) = delete;
-    ~Tap() override { services_.publishArmed(); }
+    ~Tap() override { services_.publishTaps(); }
 
     [[nodiscard]] bool isListening() const { return enabled && attached; }
     [[nodiscard]] bool wantsScrolls() const {
@@ -42,7 +29,7 @@ class X11EventServices::Tap final : public EventTap {
 
     void setAttached(bool now) {
         attached = now;
-        services_.publishArmed();
+        services_.publishTaps();
     }
 
     std::uint64_t mask;
@@ -74,8 +61,10 @@ class X11EventServices::Source final : public RunLoopSource {
 };
 
 X11EventServices::X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics,
-                                   X11Displays& displays, std::function<bool()> mayTap)
+                                   X11Displays& displays, std::function<bool()> mayTap,
+                                   std::filesystem::path watchdog)
     : runLoop_(runLoop), diagnostics_(diagnostics), displays_(displays), mayTap_(std::move(mayTap)),
+      watchdog_(std::move(watchdog)),
       questionNotifier_(question_.descriptor(), QSocketNotifier::Read), exchange_(tapPatience),
       self_(std::make_shared<X11EventServices*>(this)) {
     QObject::connect(&questionNotifier_, &QSocketNotifier::activated, &questionNotifier_,
@@ -100,6 +89,10 @@ EventTapRef X11EventServices::createTap(TapLocation /*location*/, TapPlacement /
     auto tap = std::make_shared<Tap>(*this, eventsOfInterest, callback, userInfo, owner);
     std::erase_if(taps_, [](const auto& old) { return old.expired(); });
     taps_.insert(taps_.begin(), tap);
+    if (!holder_) {
+        startHolder();
+    }
+    publishTaps();
     return tap;
 }
 
@@ -109,7 +102,7 @@ RunLoopSourceRef X11EventServices::createRunLoopSource(const EventTapRef& tap) {
 
 void X11EventServices::enableTap(EventTap& tap, bool enable) {
     static_cast<Tap&>(tap).enabled = enable;
-    publishArmed();
+    publishTaps();
 }
 
 void X11EventServices::setInvalidationHandler(EventTap& tap, std::function<void()> handler) {
@@ -118,7 +111,11 @@ void X11EventServices::setInvalidationHandler(EventTap& tap, std::function<void(
 
 void X11EventServices::setArmedAt(EventTap& tap, ArmedAt armedAt) {
     static_cast<Tap&>(tap).armedAt = std::move(armedAt);
-    publishArmed();
+    publishTaps();
+}
+
+void X11EventServices::setPanicHandler(std::function<void()> handler) {
+    panicHandler_ = std::move(handler);
 }
 
 std::vector<std::shared_ptr<X11EventServices::Tap>> X11EventServices::living() const {
@@ -131,19 +128,18 @@ std::vector<std::shared_ptr<X11EventServices::Tap>> X11EventServices::living() c
     return taps;
 }
 
-void X11EventServices::publishArmed() {
-    InputHolder::ArmedPlaces places;
-    for (const auto& tap : living()) {
+void X11EventServices::publishTaps() {
+    if (!holder_) {
+        return;
+    }
+    const auto taps = living();
+    ArmedPlaces places;
+    for (const auto& tap : taps) {
         if (tap->wantsScrolls() && tap->armedAt) {
             places.push_back(tap->armedAt);
         }
     }
-    if (!places.empty() && !holder_) {
-        startHolder();
-    }
-    if (holder_) {
-        holder_->setArmed(std::move(places));
-    }
+    holder_->setTaps(!taps.empty(), std::move(places));
 }
 
 void X11EventServices::startHolder() {
@@ -155,12 +151,25 @@ void X11EventServices::startHolder() {
         });
     };
     holder_ = std::make_unique<InputHolder>(
-        exchange_, InputHolder::Listener{
-                       .wakeMain = [this] { question_.wake(); },
-                       .diagnostic = [this](const std::string& text) { diagnostics_.line(text); },
-                       .lost = [onMain] { onMain(&X11EventServices::holderLost); },
-                   });
+        exchange_, watchdog_,
+        InputHolder::Listener{
+            .wakeMain = [this] { question_.wake(); },
+            .diagnostic = [this](const std::string& text) { diagnostics_.line(text); },
+            .panic = [onMain] { onMain(&X11EventServices::panicked); },
+            .lost = [onMain] { onMain(&X11EventServices::holderLost); },
+        });
     holder_->setGeometry(geometry_);
+}
+
+void X11EventServices::panicked() {
+    diagnostics_.line(std::string("🛑 ") + PanicChord::name +
+                      ": all input is let go of, and the tools are off until they are switched on");
+    if (panicHandler_) {
+        panicHandler_();
+    }
+    if (holder_) {
+        holder_->resume();
+    }
 }
 
 void X11EventServices::holderLost() {
@@ -174,10 +183,10 @@ void X11EventServices::holderLost() {
 
 void X11EventServices::answerHolder() {
     question_.clear();
-    WheelPress press;
-    switch (exchange_.take(press)) {
+    ScrollNotch notch;
+    switch (exchange_.take(notch)) {
     case TapExchange::Question::open: {
-        const Verdict verdict = runTaps(press);
+        const Verdict verdict = runTaps(notch);
         if (!exchange_.answer(verdict)) {
             if (const auto late = asked_.lock()) {
                 switchOff(*late);
@@ -194,9 +203,9 @@ void X11EventServices::answerHolder() {
     }
 }
 
-Verdict X11EventServices::runTaps(const WheelPress& press) {
-    FieldEvent event = scrollEvent(press.button);
-    const X11Displays::EventScope scope(displays_, press.location);
+Verdict X11EventServices::runTaps(const ScrollNotch& notch) {
+    FieldEvent event = eventOfNotch(notch);
+    const X11Displays::EventScope scope(displays_, notch.location);
     // By index: a callback may change the list. Nothing here allocates.
     for (std::size_t i = 0; i < taps_.size() && exchange_.isAwaited(); ++i) {
         const auto tap = taps_[i].lock();
@@ -214,7 +223,7 @@ Verdict X11EventServices::runTaps(const WheelPress& press) {
 void X11EventServices::switchOff(Tap& tap) {
     diagnostics_.line("⚠️ " + tap.toolId + " kept a scroll waiting; it was passed on");
     tap.enabled = false;
-    publishArmed();
+    publishTaps();
     tap.callback(EventType::tapDisabledByTimeout, nullptr, tap.userInfo);
 }
 

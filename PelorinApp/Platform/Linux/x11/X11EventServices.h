@@ -10,6 +10,7 @@
 
 #include <QSocketNotifier>
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -21,8 +22,9 @@ namespace quillon {
 class X11EventServices final : public EventServices {
   public:
     /// `mayTap` says whether the X server grants input control at the moment.
+    /// `watchdog` is the program that guards the holder.
     X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics, X11Displays& displays,
-                     std::function<bool()> mayTap);
+                     std::function<bool()> mayTap, std::filesystem::path watchdog);
     ~X11EventServices() override;
 
     EventTapRef createTap(TapLocation location, TapPlacement placement, TapOptions options,
@@ -32,19 +34,21 @@ class X11EventServices final : public EventServices {
     void enableTap(EventTap& tap, bool enable) override;
     void setInvalidationHandler(EventTap& tap, std::function<void()> handler) override;
     void setArmedAt(EventTap& tap, ArmedAt armedAt) override;
+    void setPanicHandler(std::function<void()> handler) override;
 
     /// Called by the taps themselves, when what they could consume may have changed.
-    void publishArmed();
+    void publishTaps();
 
   private:
     class Tap;
     class Source;
 
     void answerHolder();
-    Verdict runTaps(const WheelPress& press);
+    Verdict runTaps(const ScrollNotch& notch);
     void switchOff(Tap& tap);
     void switchOffAll();
     void startHolder();
+    void panicked();
     void holderLost();
     [[nodiscard]] std::vector<std::shared_ptr<Tap>> living() const;
 
@@ -52,6 +56,8 @@ class X11EventServices final : public EventServices {
     Diagnostics& diagnostics_;
     X11Displays& displays_;
     std::function<bool()> mayTap_;
+    std::filesystem::path watchdog_;
+    std::function<void()> panicHandler_;
     std::vector<std::weak_ptr<Tap>> taps_; // newest first
     std::weak_ptr<Tap> asked_;             // the one that had the latest event last
     X11Displays::GeometryRef geometry_;

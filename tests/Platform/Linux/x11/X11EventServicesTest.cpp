@@ -68,7 +68,8 @@ struct X11EventServicesTest : testing::Test {
     X11Displays displays;
     bool lost = false;
     X11Session session{diagnostics, displays, [this] { lost = true; }};
-    X11EventServices events{loop, diagnostics, displays, [this] { return session.isGranted(); }};
+    X11EventServices events{loop, diagnostics, displays, [this] { return session.isGranted(); },
+                            QUILLON_WATCHDOG};
     XClient client;
 
     EventTapRef tap(Probe& probe) {
@@ -251,6 +252,43 @@ TEST_F(X11EventServicesTest, ServerThatDiesIsNoticedAndTakesTheTaps) {
     server.kill();
     EXPECT_TRUE(waitUntil([&] { return lost && invalidated; }));
     EXPECT_FALSE(session.isGranted());
+}
+
+TEST_F(X11EventServicesTest, PanicChordGivesEverythingBackAtOnce) {
+    client.movePointer(10, 400);
+    Probe probe;
+    auto made = tap(probe);
+    ASSERT_TRUE(waitUntilHeld());
+    int panics = 0;
+    events.setPanicHandler([&] {
+        ++panics;
+        made.reset();
+    });
+    client.pressPanicChord();
+    while (!client.canGrabWheel()) {
+        std::this_thread::yield(); // the main thread is busy: this is not its work
+    }
+    EXPECT_EQ(panics, 0);
+    events.setArmedAt(*made, leftBand);
+    client.movePointer(12, 400);
+    client.connection().sync();
+    EXPECT_TRUE(waitUntil([&] { return panics == 1; }));
+    EXPECT_TRUE(client.canGrabWheel()) << "whatever was said of the band meanwhile";
+    EXPECT_EQ(lineCount(), 1U);
+
+    const auto again = tap(probe);
+    EXPECT_TRUE(waitUntilHeld()) << "a tool that is switched on works";
+}
+
+TEST_F(X11EventServicesTest, PanicChordIsFreeWhenThereIsNoTap) {
+    Probe probe;
+    EXPECT_TRUE(client.canGrabPanicChord());
+    auto made = tap(probe);
+    EXPECT_TRUE(waitUntil([&] { return !client.canGrabPanicChord(); }));
+    events.setArmedAt(*made, nullptr);
+    EXPECT_FALSE(client.canGrabPanicChord()) << "also with nothing armed";
+    made.reset();
+    EXPECT_TRUE(waitUntil([&] { return client.canGrabPanicChord(); }));
 }
 
 } // namespace

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace quillon {
+
+/// Where the program itself lies.
+[[nodiscard]] std::filesystem::path programFolder();
+
+/// A program that this one starts: where programs of that kind are installed, or else beside this
+/// one, as a build leaves them.
+[[nodiscard]] std::filesystem::path helperProgram(std::string_view name);
+
+/// A file that the program reads: the same for shared files.
+[[nodiscard]] std::filesystem::path sharedFile(std::string_view name);
+
+} // namespace quillon

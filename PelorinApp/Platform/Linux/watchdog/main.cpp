@@ -1,0 +1,83 @@
+// Gives the user's input back when the program that holds it does not answer.
+//
+// Started by the program with the end of a socket as standard input, and a window of the connection
+// that holds the input as argument. It waits for messages, and only while something is held does it
+// mind their absence. It ends with the program.
+
+#include "Platform/Linux/watchdog/WatchdogMessage.h"
+
+#include <cstdlib>
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+namespace {
+
+using namespace quillon;
+
+constexpr int socketFile = STDIN_FILENO;
+
+void sync(xcb_connection_t* connection) {
+    std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+}
+
+bool hasNews(int timeout) {
+    pollfd source{socketFile, POLLIN, 0};
+    return poll(&source, 1, timeout) != 0;
+}
+
+/// Ends the holding connection, and with it all that it holds; then lets go of the buttons that it
+/// had posted. The server keeps down those that a finger is still on.
+void giveBack(xcb_connection_t* connection, std::uint32_t holder, std::uint32_t buttons) {
+    xcb_kill_client(connection, holder);
+    for (std::uint8_t button = 1; button < 32; ++button) {
+        if ((buttons >> button & 1U) != 0) {
+            xcb_test_fake_input(connection, XCB_BUTTON_RELEASE, button, XCB_CURRENT_TIME, XCB_NONE,
+                                0, 0, 0);
+        }
+    }
+    sync(connection);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    if (argc != 2 || xcb_connection_has_error(connection) != 0) {
+        return EXIT_FAILURE;
+    }
+    const auto holder = static_cast<std::uint32_t>(std::strtoul(argv[1], nullptr, 10));
+    sync(connection);
+    if (send(socketFile, &watchdogReady, 1, MSG_NOSIGNAL) != 1) {
+        return EXIT_FAILURE;
+    }
+    WatchdogMessage said;
+    while (xcb_connection_has_error(connection) == 0) {
+        pollfd sources[]{{socketFile, POLLIN, 0}, {xcb_get_file_descriptor(connection), POLLIN, 0}};
+        const int patience = said.isHolding != 0 ? static_cast<int>(watchdogPatience.count()) : -1;
+        const int news = poll(sources, 2, patience);
+        while (xcb_generic_event_t* event = xcb_poll_for_event(connection)) {
+            std::free(event);
+        }
+        if (news > 0 && sources[0].revents != 0) {
+            if (recv(socketFile, &said, sizeof said, 0) != sizeof said) {
+                break; // the program has ended
+            }
+        } else if (news == 0) {
+            // The server may have kept the program waiting, as it now does with us.
+            sync(connection);
+            if (!hasNews(static_cast<int>(heartbeatInterval.count()))) {
+                break;
+            }
+        }
+    }
+    if (said.isHolding != 0) {
+        giveBack(connection, holder, said.buttonsDown);
+    }
+    xcb_disconnect(connection);
+    return EXIT_SUCCESS;
+}

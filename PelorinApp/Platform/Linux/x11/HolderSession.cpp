@@ -1,0 +1,350 @@
+#include "Platform/Linux/x11/HolderSession.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <poll.h>
+
+namespace quillon {
+
+namespace {
+
+/// The pointer is looked up at most this often. Mice report up to a thousand times a second, but
+/// nobody reaches a band and turns the wheel within eight milliseconds.
+constexpr std::chrono::milliseconds lookInterval{8};
+
+/// How long to wait before a watchdog that failed is tried again.
+constexpr std::chrono::seconds watchdogPause{5};
+
+std::string refusalLine(const std::vector<std::uint8_t>& buttons) {
+    std::string line = "⚠️ Another program holds wheel button";
+    line += buttons.size() == 1 ? "" : "s";
+    for (const std::uint8_t button : buttons) {
+        line += ' ';
+        line += std::to_string(button);
+    }
+    line += "; trying again when the pointer next comes to the edge";
+    return line;
+}
+
+} // namespace
+
+HolderSession::HolderSession(const X11Connection& connection, const HolderHost& host)
+    : connection_(connection), host_(host), probe_(connection), wheel_(connection),
+      poster_(connection),
+      devices_(connection, poster_, [this](const ScrollNotch& notch) { decideNotch(notch); }),
+      chord_(connection) {
+    selectDeviceChanges();
+}
+
+HolderSession::~HolderSession() {
+    if (!connection_.isBroken()) {
+        disarm();
+        handleEvents();
+        settleRelease();
+    }
+}
+
+void HolderSession::selectDeviceChanges() const {
+    const XcbOwned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+        connection_.get(), xcb_input_xi_query_version(connection_.get(), 2, 3), nullptr));
+    struct {
+        xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL, 1};
+        std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_HIERARCHY;
+    } selection;
+    xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &selection.head);
+}
+
+bool HolderSession::run() {
+    for (;;) {
+        if (!apply(host_.takeOrders())) {
+            return true;
+        }
+        handleEvents();
+        settleRelease();
+        if (connection_.isBroken() || (isArmed() && (!watch_ || watch_->isBroken()))) {
+            return false;
+        }
+        if (isLookDue_ && Clock::now() >= nextLook_) {
+            look();
+            continue; // its round trips may have brought events in
+        }
+        tellWatchdog(isHolding());
+        waitForNews();
+    }
+}
+
+bool HolderSession::apply(HolderOrders orders) {
+    if (orders.stop) {
+        return false;
+    }
+    if (orders.resume) {
+        isPanicked_ = false;
+    }
+    if (orders.changed && !isPanicked_) {
+        armed_ = std::move(orders.armed);
+        geometry_ = std::move(orders.geometry);
+        isLookDue_ = true;
+    }
+    if (orders.hasTaps && !chord_.isTaken()) {
+        if (!chord_.take()) {
+            host_.diagnostic(std::string("⚠️ Another program has ") + PanicChord::name +
+                             "; it will not switch the tools off");
+        }
+    } else if (!orders.hasTaps && chord_.isTaken()) {
+        chord_.release();
+    }
+    adjustToArmed();
+    return true;
+}
+
+void HolderSession::adjustToArmed() {
+    if (isArmed() && !watch_) {
+        watch_ = PointerWatch::start();
+    } else if (!isArmed()) {
+        watch_.reset();
+        letGo();
+    }
+}
+
+/// Holds nothing until the taps are heard of again.
+void HolderSession::disarm() {
+    armed_ = std::make_shared<ArmedPlaces>();
+    adjustToArmed();
+}
+
+void HolderSession::letGo() {
+    if (wheel_.areTaken()) {
+        wheel_.release();
+    }
+    if (devices_.areHeld()) {
+        devices_.release();
+    }
+}
+
+/// Ends what letGo() began, when all that the devices had sent before has been dealt with.
+void HolderSession::settleRelease() {
+    if (devices_.isReleasing()) {
+        devices_.finishRelease();
+    }
+}
+
+bool HolderSession::isInBand(const PointerProbe::State& pointer) const {
+    const Point place = geometry_->toPoints(pointer.x, pointer.y);
+    return std::any_of(armed_->begin(), armed_->end(),
+                       [&](const ArmedAt& armedAt) { return armedAt(place, geometry_->frames()); });
+}
+
+void HolderSession::handleEvents() {
+    while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+        // The highest bit marks what another client sent: it is no input and froze nothing.
+        switch (event->response_type) {
+        case XCB_BUTTON_PRESS:
+            decideWheel(reinterpret_cast<const xcb_button_press_event_t&>(*event));
+            break;
+        case XCB_KEY_PRESS:
+            panicked();
+            break;
+        case XCB_MAPPING_NOTIFY:
+            chord_.follow(reinterpret_cast<xcb_mapping_notify_event_t&>(*event));
+            break;
+        case XCB_GE_GENERIC:
+            handleExtensionEvent(reinterpret_cast<const xcb_ge_generic_event_t&>(*event));
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void HolderSession::handleExtensionEvent(const xcb_ge_generic_event_t& event) {
+    if (event.event_type == XCB_INPUT_HIERARCHY) {
+        arePointersStale_ = true;
+    } else {
+        devices_.handle(event);
+    }
+    isLookDue_ = true;
+}
+
+void HolderSession::panicked() {
+    isPanicked_ = true;
+    disarm();
+    host_.panic();
+}
+
+void HolderSession::decideWheel(const xcb_button_press_event_t& press) {
+    if (!isArmed()) {
+        wheel_.pass(press);
+        return;
+    }
+    const Point place = geometry_->toPoints(press.root_x, press.root_y);
+    if (ask(notchOfButton(press.detail, place)) == Verdict::consume) {
+        wheel_.consume(press);
+    } else {
+        wheel_.pass(press);
+    }
+}
+
+void HolderSession::decideNotch(ScrollNotch notch) {
+    if (mayConsume(notch) && ask(notch) == Verdict::consume) {
+        return;
+    }
+    const std::uint8_t button = buttonOfNotch(notch);
+    wheel_.letThrough(button, [&] { poster_.scroll(button); });
+}
+
+/// As with a plain wheel: nothing is consumed while a program has the pointer for itself.
+bool HolderSession::mayConsume(ScrollNotch& notch) const {
+    if (!isArmed()) {
+        return false;
+    }
+    const auto pointer = probe_.look(pointers_.master);
+    if (!pointer || pointer->isButtonDown || !isInBand(*pointer) ||
+        probe_.isTakenByOther(pointers_.master)) {
+        return false;
+    }
+    notch.location = geometry_->toPoints(pointer->x, pointer->y);
+    return true;
+}
+
+Verdict HolderSession::ask(const ScrollNotch& notch) {
+    bool timedOut = false;
+    const Verdict verdict =
+        host_.exchange.ask(notch, timedOut, host_.wakeMain, [this] { tellWatchdog(isHolding()); });
+    if (timedOut) {
+        disarm();
+    }
+    return verdict;
+}
+
+/// Takes or releases what there is to hold, as the pointer's place asks for.
+void HolderSession::look() {
+    isLookDue_ = false;
+    nextLook_ = Clock::now() + lookInterval;
+    if (!isArmed()) {
+        return;
+    }
+    if (std::exchange(arePointersStale_, false)) {
+        pointers_ = queryPointerDevices(connection_, devices_.ids());
+    }
+    const auto pointer = probe_.look(pointers_.master);
+    if (!pointer) {
+        return;
+    }
+    if (isInBand(*pointer)) {
+        holdHere(*pointer);
+    } else {
+        leave(*pointer);
+    }
+}
+
+void HolderSession::holdHere(const PointerProbe::State& pointer) {
+    ensureWatchdog();
+    tellWatchdog(true);
+    const bool hasAxes = !pointers_.scrolling.empty();
+    if (hasAxes && mayHoldDevices() && !pointer.isButtonDown) {
+        holdDevices();
+    }
+    // A wheel grab would also catch, and spoil, the scrolling of devices that cannot be held.
+    if (!wheel_.areTaken() && (mayHoldDevices() || !hasAxes)) {
+        const auto refused = wheel_.take();
+        if (refused != refusedWheel_ && !refused.empty()) {
+            host_.diagnostic(refusalLine(refused));
+        }
+        refusedWheel_ = refused;
+    }
+}
+
+void HolderSession::holdDevices() {
+    if (probe_.isTakenByOther(pointers_.master)) {
+        // An open menu or a locked screen: its scrolling is not ours.
+        if (devices_.areHeld()) {
+            devices_.release();
+        }
+        return;
+    }
+    const bool tookAll = devices_.take(pointers_, watch_->lastMover());
+    if (!tookAll && !wasDeviceRefused_) {
+        host_.diagnostic("⚠️ Another program holds a mouse or touchpad; trying again when the "
+                         "pointer next comes to the edge");
+    }
+    wasDeviceRefused_ = !tookAll;
+}
+
+void HolderSession::leave(const PointerProbe::State& pointer) {
+    if (wheel_.areTaken()) {
+        wheel_.release();
+    }
+    // A button that is down belongs to a device that is held: its release must come the same way.
+    if (devices_.areHeld() && !pointer.isButtonDown) {
+        devices_.release();
+    }
+}
+
+void HolderSession::ensureWatchdog() {
+    if (watchdog_ || Clock::now() < nextWatchdogTry_) {
+        return;
+    }
+    connection_.sync(); // the window must be there before somebody names it
+    watchdog_ = Watchdog::start(host_.watchdog, probe_.window());
+    if (!watchdog_) {
+        nextWatchdogTry_ = Clock::now() + watchdogPause;
+        if (!std::exchange(wasWatchdogRefused_, true)) {
+            host_.diagnostic("⚠️ " + host_.watchdog.string() +
+                             " does not start; without it mice and touchpads are not held, and "
+                             "edge gestures work with plain wheels only");
+        }
+    } else if (std::exchange(wasWatchdogRefused_, false)) {
+        host_.diagnostic("✅ The watchdog runs again");
+    }
+}
+
+void HolderSession::tellWatchdog(bool isHolding) {
+    if (watchdog_ && !watchdog_->tell({isHolding ? 1U : 0U, poster_.buttonsDown()})) {
+        watchdogLost();
+    }
+}
+
+void HolderSession::watchdogLost() {
+    watchdog_.reset();
+    letGo();
+    isLookDue_ = true;
+    host_.diagnostic("⚠️ The watchdog has ended; input is let go of until another one runs");
+}
+
+void HolderSession::waitForNews() {
+    enum Source { orders, server, raw, record, watchdog, count };
+    std::array<pollfd, count> sources{};
+    sources.fill({-1, POLLIN, 0});
+    sources[orders].fd = host_.ordersDescriptor;
+    sources[server].fd = connection_.descriptor();
+    auto until = Clock::time_point::max();
+    if (isLookDue_) {
+        // Motion has been noticed already; more of it need not wake anybody until the look.
+        until = nextLook_;
+    } else if (watch_) {
+        const auto [rawEvents, records] = watch_->descriptors();
+        sources[raw].fd = rawEvents;
+        sources[record].fd = records;
+    }
+    if (watchdog_) {
+        sources[watchdog].fd = watchdog_->descriptor();
+        until = std::min(until, watchdog_->nextTell());
+    }
+    int timeout = -1;
+    if (until != Clock::time_point::max()) {
+        const auto wait = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
+        timeout = static_cast<int>(std::max<std::int64_t>(wait.count(), 0));
+    }
+    xcb_flush(connection_.get());
+    poll(sources.data(), sources.size(), timeout);
+    if (sources[watchdog].revents != 0) {
+        watchdogLost();
+    }
+    if (watch_ && watch_->drain()) {
+        isLookDue_ = true;
+    }
+}
+
+} // namespace quillon

@@ -1,0 +1,116 @@
+#pragma once
+
+#include "Platform/Diagnostics.h"
+#include "Platform/EventServices.h"
+#include "Platform/Linux/x11/HeldDevices.h"
+#include "Platform/Linux/x11/InputPoster.h"
+#include "Platform/Linux/x11/PanicChord.h"
+#include "Platform/Linux/x11/PointerDevices.h"
+#include "Platform/Linux/x11/PointerProbe.h"
+#include "Platform/Linux/x11/PointerWatch.h"
+#include "Platform/Linux/x11/TapExchange.h"
+#include "Platform/Linux/x11/Watchdog.h"
+#include "Platform/Linux/x11/WheelGrabs.h"
+#include "Platform/Linux/x11/X11Displays.h"
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quillon {
+
+using ArmedPlaces = std::vector<ArmedAt>;
+
+/// What the holder is to do, as the main thread last said it.
+struct HolderOrders {
+    bool stop = false;
+    bool changed = false; // since they were last taken
+    bool resume = false;  // the tools are off after a panic: go by the orders again
+    bool hasTaps = false; // somebody listens, armed or not: the panic chord is on
+    std::shared_ptr<const ArmedPlaces> armed = std::make_shared<ArmedPlaces>();
+    X11Displays::GeometryRef geometry;
+};
+
+/// What a session needs of the program around it. All functions are called on the session's thread.
+struct HolderHost {
+    TapExchange& exchange;
+    std::filesystem::path watchdog; // the program to start
+    int ordersDescriptor;           // readable when there are new orders
+    std::function<HolderOrders()> takeOrders;
+    std::function<void()> wakeMain;              // a question waits in the exchange
+    std::function<void(std::string)> diagnostic; // a line to print
+    std::function<void()> panic;                 // the user wants all input back
+};
+
+/// The work of holding input, on one connection to the X server and one thread.
+class HolderSession {
+  public:
+    HolderSession(const X11Connection& connection, const HolderHost& host);
+    HolderSession(const HolderSession&) = delete;
+    HolderSession& operator=(const HolderSession&) = delete;
+    ~HolderSession();
+
+    /// Returns true when told to stop, false when the connection is gone.
+    bool run();
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    [[nodiscard]] bool isArmed() const { return !armed_->empty() && geometry_ != nullptr; }
+    [[nodiscard]] bool isHolding() const { return wheel_.areTaken() || devices_.areHeld(); }
+    [[nodiscard]] bool isInBand(const PointerProbe::State& pointer) const;
+    [[nodiscard]] bool mayHoldDevices() const { return watchdog_ != nullptr; }
+
+    void selectDeviceChanges() const;
+    bool apply(HolderOrders orders);
+    void adjustToArmed();
+    void disarm();
+    void letGo();
+    void settleRelease();
+
+    void handleEvents();
+    void handleExtensionEvent(const xcb_ge_generic_event_t& event);
+    void panicked();
+    void decideWheel(const xcb_button_press_event_t& press);
+    void decideNotch(ScrollNotch notch);
+    [[nodiscard]] bool mayConsume(ScrollNotch& notch) const;
+    Verdict ask(const ScrollNotch& notch);
+
+    void look();
+    void holdHere(const PointerProbe::State& pointer);
+    void holdDevices();
+    void leave(const PointerProbe::State& pointer);
+
+    void ensureWatchdog();
+    void tellWatchdog(bool isHolding);
+    void watchdogLost();
+
+    void waitForNews();
+
+    const X11Connection& connection_;
+    const HolderHost& host_;
+    PointerProbe probe_;
+    WheelGrabs wheel_;
+    InputPoster poster_;
+    HeldDevices devices_;
+    PanicChord chord_;
+    std::unique_ptr<PointerWatch> watch_;
+    std::unique_ptr<Watchdog> watchdog_;
+    PointerDevices pointers_;
+    std::shared_ptr<const ArmedPlaces> armed_ = std::make_shared<ArmedPlaces>();
+    X11Displays::GeometryRef geometry_;
+    bool arePointersStale_ = true;
+    bool isPanicked_ = false;
+    bool isLookDue_ = false;
+    Clock::time_point nextLook_ = Clock::now();
+    Clock::time_point nextWatchdogTry_ = Clock::now();
+    std::vector<std::uint8_t> refusedWheel_; // what stood in the way is said once per change
+    bool wasDeviceRefused_ = false;
+    bool wasWatchdogRefused_ = false;
+};
+
+} // namespace quillon

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Platform/Linux/x11/PointerDevices.h"
+#include "Platform/Linux/x11/X11Connection.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include <xcb/xinput.h>
+
+namespace quillon {
+
+/// Puts input that was held back into the server's stream, by the device of the XTEST extension.
+///
+/// That device has one state per button however many mice there are, so presses are counted. The
+/// server lets a button go only when no device of the pointer has it down: to release here is
+/// always safe, also while a finger is still on the real button.
+class InputPoster {
+  public:
+    explicit InputPoster(const X11Connection& connection) : connection_(connection) {}
+
+    /// Reads how the injecting device's buttons are numbered, as left-handed people change them.
+    void useDevice(xcb_input_device_id_t injected);
+
+    /// Makes the injecting device the one that moves the pointer, without moving it. Programs that
+    /// warp the pointer would otherwise warp the last device that moved it, though it is held.
+    void takePointer();
+
+    /// In pixels. Fractions are kept until they make a whole one.
+    void moveBy(double dx, double dy);
+    void moveTo(double x, double y);
+
+    /// Buttons by the number that applications see. A release without a press is that of a press
+    /// made before the device was held: the pointer has it down, and lets it go.
+    void press(std::uint32_t button);
+    void release(std::uint32_t button);
+
+    /// One notch of a wheel.
+    void scroll(std::uint8_t button);
+
+    /// Makes this device the one that moves the pointer again, as if it had been touched.
+    ///
+    /// Programs keep in mind where a device's scroll axes stand, and read them anew when the
+    /// pointer passes to it from another one, such as ours. Were its next input a scroll, they
+    /// would take the axes' place after it for the place before, and lose a notch.
+    void handBack(const ScrollDevice& device) const;
+
+    /// Lets go of every button that is down on behalf of a held device.
+    void releaseAll();
+
+    /// A bit for each button of the injecting device that is down, for whoever must clean up.
+    [[nodiscard]] std::uint32_t buttonsDown() const;
+
+  private:
+    static constexpr std::size_t mostButtons = 32;
+
+    [[nodiscard]] std::uint8_t physical(std::uint32_t button) const;
+    void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0) const;
+
+    const X11Connection& connection_;
+    std::vector<std::uint8_t> buttonMap_;
+    std::array<std::uint8_t, mostButtons> presses_{}; // by physical number
+    double restX_ = 0;
+    double restY_ = 0;
+};
+
+} // namespace quillon

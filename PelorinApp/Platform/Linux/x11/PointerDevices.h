@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Platform/Linux/x11/X11Connection.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include <xcb/xinput.h>
+
+namespace quillon {
+
+/// A valuator that scrolls.
+struct ScrollAxis {
+    std::uint16_t number = 0;
+    double increment = 1; // how far it moves per notch; positive is down or right
+};
+
+/// A mouse or touchpad that scrolls through valuators, as nearly all do today.
+struct ScrollDevice {
+    xcb_input_device_id_t id = 0;
+    std::optional<ScrollAxis> vertical;
+    std::optional<ScrollAxis> horizontal;
+    bool isTouchpad = false;
+    bool isAbsolute = false; // says where it is, not how far it moved
+};
+
+/// The devices that move the pointer.
+struct PointerDevices {
+    xcb_input_device_id_t master = 0;
+    xcb_input_device_id_t injected = 0; // the device that synthetic input comes from
+    std::vector<ScrollDevice> scrolling;
+};
+
+/// Asks the server. `held` are devices that this program has grabbed, and which the server
+/// therefore does not count among the pointer's for the time being.
+[[nodiscard]] PointerDevices queryPointerDevices(const X11Connection& connection,
+                                                 std::span<const xcb_input_device_id_t> held);
+
+[[nodiscard]] constexpr double toDouble(const xcb_input_fp3232_t& number) {
+    return number.integral + number.frac * 0x1p-32;
+}
+
+} // namespace quillon

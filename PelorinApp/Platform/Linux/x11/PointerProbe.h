@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Platform/Linux/x11/X11Connection.h"
+
+#include <optional>
+
+#include <xcb/xinput.h>
+
+namespace quillon {
+
+/// Asks what the pointer is doing, without disturbing it.
+class PointerProbe {
+  public:
+    explicit PointerProbe(const X11Connection& connection);
+
+    struct State {
+        double x = 0; // pixels
+        double y = 0;
+        bool isButtonDown = false; // any but the wheel's
+    };
+
+    /// Nothing when the server does not answer.
+    [[nodiscard]] std::optional<State> look(xcb_input_device_id_t master) const;
+
+    /// Whether another program has the pointer for itself: an open menu, a screen locker, or who
+    /// was clicked, while the button is down.
+    [[nodiscard]] bool isTakenByOther(xcb_input_device_id_t master) const;
+
+    /// A window of this connection that is there as long as the connection is.
+    [[nodiscard]] xcb_window_t window() const { return window_; }
+
+  private:
+    const X11Connection& connection_;
+    xcb_window_t window_; // never shown
+};
+
+} // namespace quillon
