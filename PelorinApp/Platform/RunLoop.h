@@ -54,8 +54,8 @@ class RunLoop {
         enqueueMain(std::make_unique<WorkOf<Callable>>(std::move(callable)));
     }
 
-    /// Queues work that may block, on a thread that is not the main one. Pieces may overlap.
-    /// Any thread.
+    /// Queues work that may block, on a thread that is not the main one. Pieces are begun in
+    /// order; where the system's own queue is a concurrent one they may overlap. Any thread.
     template <class Callable>
     void asyncBackground(Callable callable) {
         enqueueBackground(std::make_unique<WorkOf<Callable>>(std::move(callable)));

@@ -123,6 +123,8 @@ QtRunLoop::QtRunLoop()
         mainQueued_.clear();
         main_.runQueued();
     });
+    // One after the other: what two quick gestures bring about must not change places.
+    background_.setMaxThreadCount(1);
     QObject::connect(&signalNotifier_, &QSocketNotifier::activated, &signalNotifier_, [this] {
         signalfd_siginfo signal{};
         [[maybe_unused]] const auto got = read(signals_, &signal, sizeof signal);

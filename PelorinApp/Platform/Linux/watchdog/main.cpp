@@ -20,6 +20,7 @@ namespace {
 using namespace quillon;
 
 constexpr int socketFile = STDIN_FILENO;
+constexpr int lastChance = 50; // milliseconds
 
 void sync(xcb_connection_t* connection) {
     std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
@@ -70,7 +71,7 @@ int main(int argc, char** argv) {
         } else if (news == 0) {
             // The server may have kept the program waiting, as it now does with us.
             sync(connection);
-            if (!hasNews(static_cast<int>(heartbeatInterval.count()))) {
+            if (!hasNews(lastChance)) {
                 break;
             }
         }

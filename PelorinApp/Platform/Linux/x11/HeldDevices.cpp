@@ -169,9 +169,7 @@ void HeldDevices::buttonChanged(const xcb_input_button_press_event_t& event, boo
     if ((event.flags & XCB_INPUT_POINTER_EVENT_FLAGS_POINTER_EMULATED) != 0) {
         return; // an axis has moved, which was dealt with
     }
-    const bool isWheel =
-        std::find(wheelButtons.begin(), wheelButtons.end(), event.detail) != wheelButtons.end();
-    if (isWheel) {
+    if (isWheelButton(event.detail)) {
         if (pressed) {
             onNotch_(notchOfButton(static_cast<std::uint8_t>(event.detail), {}));
         }

@@ -62,10 +62,10 @@ bool HolderSession::run() {
             return true;
         }
         handleEvents();
-        settleRelease();
         if (connection_.isBroken() || (isArmed() && (!watch_ || watch_->isBroken()))) {
             return false;
         }
+        settleRelease();
         if (isLookDue_ && Clock::now() >= nextLook_) {
             look();
             continue; // its round trips may have brought events in
@@ -137,25 +137,52 @@ bool HolderSession::isInBand(const PointerProbe::State& pointer) const {
 }
 
 void HolderSession::handleEvents() {
-    while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
-        // The highest bit marks what another client sent: it is no input and froze nothing.
-        switch (event->response_type) {
-        case XCB_BUTTON_PRESS:
-            decideWheel(reinterpret_cast<const xcb_button_press_event_t&>(*event));
-            break;
-        case XCB_KEY_PRESS:
-            panicked();
-            break;
-        case XCB_MAPPING_NOTIFY:
-            chord_.follow(reinterpret_cast<xcb_mapping_notify_event_t&>(*event));
-            break;
-        case XCB_GE_GENERIC:
-            handleExtensionEvent(reinterpret_cast<const xcb_ge_generic_event_t&>(*event));
-            break;
-        default:
-            break;
+    for (;;) {
+        XcbOwned<xcb_generic_event_t> event;
+        if (!early_.empty()) {
+            event = std::move(early_.front());
+            early_.pop_front();
+        } else {
+            event.reset(xcb_poll_for_event(connection_.get()));
+            if (!event) {
+                return;
+            }
+            wheel_.note(*event);
         }
+        handleEvent(*event);
     }
+}
+
+void HolderSession::handleEvent(xcb_generic_event_t& event) {
+    // The highest bit marks what another client sent: it is no input and froze nothing.
+    switch (event.response_type) {
+    case XCB_BUTTON_PRESS:
+        decideWheel(reinterpret_cast<const xcb_button_press_event_t&>(event));
+        break;
+    case XCB_KEY_PRESS:
+        panicked();
+        break;
+    case XCB_MAPPING_NOTIFY:
+        chord_.follow(reinterpret_cast<xcb_mapping_notify_event_t&>(event));
+        break;
+    case XCB_GE_GENERIC:
+        handleExtensionEvent(reinterpret_cast<const xcb_ge_generic_event_t&>(event));
+        break;
+    default:
+        break;
+    }
+}
+
+bool HolderSession::isPointerTakenByOther() {
+    if (!probe_.isGrabbed(pointers_.master)) {
+        return false;
+    }
+    // It may be a plain wheel that we hold. Then its press has come before the answer.
+    while (XcbOwned<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_.get())}) {
+        wheel_.note(*event);
+        early_.push_back(std::move(event));
+    }
+    return !wheel_.isActive();
 }
 
 void HolderSession::handleExtensionEvent(const xcb_ge_generic_event_t& event) {
@@ -174,7 +201,7 @@ void HolderSession::panicked() {
 }
 
 void HolderSession::decideWheel(const xcb_button_press_event_t& press) {
-    if (!isArmed()) {
+    if (!isArmed() || !isWheelButton(press.detail)) {
         wheel_.pass(press);
         return;
     }
@@ -195,13 +222,12 @@ void HolderSession::decideNotch(ScrollNotch notch) {
 }
 
 /// As with a plain wheel: nothing is consumed while a program has the pointer for itself.
-bool HolderSession::mayConsume(ScrollNotch& notch) const {
+bool HolderSession::mayConsume(ScrollNotch& notch) {
     if (!isArmed()) {
         return false;
     }
     const auto pointer = probe_.look(pointers_.master);
-    if (!pointer || pointer->isButtonDown || !isInBand(*pointer) ||
-        probe_.isTakenByOther(pointers_.master)) {
+    if (!pointer || pointer->isButtonDown || !isInBand(*pointer) || isPointerTakenByOther()) {
         return false;
     }
     notch.location = geometry_->toPoints(pointer->x, pointer->y);
@@ -257,7 +283,7 @@ void HolderSession::holdHere(const PointerProbe::State& pointer) {
 }
 
 void HolderSession::holdDevices() {
-    if (probe_.isTakenByOther(pointers_.master)) {
+    if (isPointerTakenByOther()) {
         // An open menu or a locked screen: its scrolling is not ours.
         if (devices_.areHeld()) {
             devices_.release();
@@ -308,6 +334,10 @@ void HolderSession::tellWatchdog(bool isHolding) {
 
 void HolderSession::watchdogLost() {
     watchdog_.reset();
+    connection_.sync();
+    if (connection_.isBroken()) {
+        return; // it has done its work
+    }
     letGo();
     isLookDue_ = true;
     host_.diagnostic("⚠️ The watchdog has ended; input is let go of until another one runs");

@@ -15,6 +15,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -73,11 +74,13 @@ class HolderSession {
     void settleRelease();
 
     void handleEvents();
+    void handleEvent(xcb_generic_event_t& event);
+    [[nodiscard]] bool isPointerTakenByOther();
     void handleExtensionEvent(const xcb_ge_generic_event_t& event);
     void panicked();
     void decideWheel(const xcb_button_press_event_t& press);
     void decideNotch(ScrollNotch notch);
-    [[nodiscard]] bool mayConsume(ScrollNotch& notch) const;
+    [[nodiscard]] bool mayConsume(ScrollNotch& notch);
     Verdict ask(const ScrollNotch& notch);
 
     void look();
@@ -98,6 +101,7 @@ class HolderSession {
     InputPoster poster_;
     HeldDevices devices_;
     PanicChord chord_;
+    std::deque<XcbOwned<xcb_generic_event_t>> early_; // read before their turn
     std::unique_ptr<PointerWatch> watch_;
     std::unique_ptr<Watchdog> watchdog_;
     PointerDevices pointers_;

@@ -117,6 +117,9 @@ void InputPoster::takePointer() { fake(XCB_MOTION_NOTIFY, relative); }
 
 void InputPoster::handBack(const ScrollDevice& device) const {
     const auto* extension = xcb_get_extension_data(connection_.get(), &xcb_input_id);
+    if (extension == nullptr) {
+        return; // the connection is gone
+    }
     for (const auto& axis : {device.vertical, device.horizontal}) {
         if (axis) {
             fakeRelativeAxis(connection_, extension->first_event, device.id, axis->number);

@@ -40,7 +40,7 @@ std::optional<PointerProbe::State> PointerProbe::look(xcb_input_device_id_t mast
     return State{reply->root_x / fractions, reply->root_y / fractions, down != 0};
 }
 
-bool PointerProbe::isTakenByOther(xcb_input_device_id_t master) const {
+bool PointerProbe::isGrabbed(xcb_input_device_id_t master) const {
     // A grab that cannot succeed, since the window is not shown, has no effect, but the server
     // looks first whether somebody else has one.
     const std::uint32_t mask = 0;

@@ -22,9 +22,9 @@ class PointerProbe {
     /// Nothing when the server does not answer.
     [[nodiscard]] std::optional<State> look(xcb_input_device_id_t master) const;
 
-    /// Whether another program has the pointer for itself: an open menu, a screen locker, or who
-    /// was clicked, while the button is down.
-    [[nodiscard]] bool isTakenByOther(xcb_input_device_id_t master) const;
+    /// Whether the pointer is grabbed: by an open menu, a screen locker, or who was clicked, while
+    /// the button is down. Our own wheel grabs count, too, while one of them is active.
+    [[nodiscard]] bool isGrabbed(xcb_input_device_id_t master) const;
 
     /// A window of this connection that is there as long as the connection is.
     [[nodiscard]] xcb_window_t window() const { return window_; }

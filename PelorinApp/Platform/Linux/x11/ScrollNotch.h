@@ -11,6 +11,10 @@ namespace quillon {
 /// The wheel as X11 first knew it: buttons that are pressed and released at once per notch.
 inline constexpr std::array<std::uint8_t, 4> wheelButtons{4, 5, 6, 7};
 
+[[nodiscard]] constexpr bool isWheelButton(std::uint32_t button) {
+    return button >= wheelButtons.front() && button <= wheelButtons.back();
+}
+
 /// One notch of scrolling, before the applications get it.
 struct ScrollNotch {
     enum class Axis { vertical, horizontal };

@@ -40,7 +40,16 @@ void WheelGrabs::ungrab(std::uint8_t button) const {
     xcb_ungrab_button(connection_.get(), button, connection_.root(), XCB_MOD_MASK_ANY);
 }
 
-void WheelGrabs::pass(const xcb_button_press_event_t& press) const {
+void WheelGrabs::note(const xcb_generic_event_t& event) {
+    if (event.response_type == XCB_BUTTON_PRESS) {
+        isActive_ = true;
+    } else if (event.response_type == XCB_BUTTON_RELEASE) {
+        isActive_ = false;
+    }
+}
+
+void WheelGrabs::pass(const xcb_button_press_event_t& press) {
+    isActive_ = false;
     allow(XCB_ALLOW_REPLAY_POINTER, press);
 }
 

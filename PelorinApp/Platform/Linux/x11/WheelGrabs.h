@@ -24,8 +24,15 @@ class WheelGrabs {
     [[nodiscard]] bool areTaken() const { return taken_; }
 
     /// Ends the stand-still: the press goes on to the program under the pointer, or to nobody.
-    void pass(const xcb_button_press_event_t& press) const;
+    void pass(const xcb_button_press_event_t& press);
     void consume(const xcb_button_press_event_t& press) const;
+
+    /// To be told of every event of the connection, in order, as soon as it is read.
+    void note(const xcb_generic_event_t& event);
+
+    /// A press that was not passed has yet to be followed by its release: until then the whole
+    /// pointer is grabbed, by us.
+    [[nodiscard]] bool isActive() const { return isActive_; }
 
     /// Calls `post`, which posts presses of this button that are not to come here.
     template <class Post>
@@ -47,6 +54,7 @@ class WheelGrabs {
 
     const X11Connection& connection_;
     bool taken_ = false;
+    bool isActive_ = false;
 };
 
 } // namespace quillon

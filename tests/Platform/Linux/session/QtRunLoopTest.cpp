@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <numeric>
 #include <thread>
 #include <vector>
 
@@ -52,6 +53,26 @@ TEST_F(QtRunLoopTest, BackgroundWorkRunsElsewhereAndComesBack) {
     });
     EXPECT_EQ(run(), 0);
     EXPECT_NE(background, mainThread);
+}
+
+TEST_F(QtRunLoopTest, BackgroundWorkKeepsItsOrder) {
+    constexpr int pieces = 200;
+    std::vector<int> ran;
+    for (int piece = 0; piece < pieces; ++piece) {
+        loop.asyncBackground([&, piece] {
+            if (piece % 2 == 0) {
+                std::this_thread::yield(); // others would overtake
+            }
+            ran.push_back(piece);
+            if (piece == pieces - 1) {
+                loop.async([&] { loop.quit(0); });
+            }
+        });
+    }
+    EXPECT_EQ(run(), 0);
+    std::vector<int> inOrder(pieces);
+    std::iota(inOrder.begin(), inOrder.end(), 0);
+    EXPECT_EQ(ran, inOrder);
 }
 
 TEST_F(QtRunLoopTest, WorkFromAnotherThreadWakesTheLoop) {
