@@ -46,11 +46,16 @@ bool HeldDevices::take(const PointerDevices& pointers, xcb_input_device_id_t mov
         if (find(device.id) != nullptr) {
             continue;
         }
-        if (grab(device)) {
+        switch (grab(device)) {
+        case Grab::taken:
             held_.push_back({device, {}, {}});
             tookSome = true;
-        } else {
+            break;
+        case Grab::heldByOther:
             tookAll = false;
+            break;
+        case Grab::deviceGone:
+            break;
         }
     }
     if (tookSome) {
@@ -59,7 +64,7 @@ bool HeldDevices::take(const PointerDevices& pointers, xcb_input_device_id_t mov
     return tookAll;
 }
 
-bool HeldDevices::grab(const ScrollDevice& device) const {
+HeldDevices::Grab HeldDevices::grab(const ScrollDevice& device) const {
     // Raw motion is what the device did. The motion event beside it says where a pointer of this
     // device alone would be, which is of use only for devices that know where they are.
     std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_RAW_MOTION | XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS |
@@ -73,7 +78,10 @@ bool HeldDevices::grab(const ScrollDevice& device) const {
                                  device.id, XCB_INPUT_GRAB_MODE_22_ASYNC,
                                  XCB_INPUT_GRAB_MODE_22_ASYNC, 0, 1, &mask),
         nullptr));
-    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    if (!reply) {
+        return Grab::deviceGone;
+    }
+    return reply->status == XCB_GRAB_STATUS_SUCCESS ? Grab::taken : Grab::heldByOther;
 }
 
 void HeldDevices::release() {

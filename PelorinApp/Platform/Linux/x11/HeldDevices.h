@@ -48,7 +48,8 @@ class HeldDevices {
         NotchGatherer horizontal;
     };
 
-    bool grab(const ScrollDevice& device) const;
+    enum class Grab { taken, heldByOther, deviceGone };
+    [[nodiscard]] Grab grab(const ScrollDevice& device) const;
     [[nodiscard]] Held* find(xcb_input_device_id_t device);
     void moved(Held& held, const xcb_input_raw_motion_event_t& event);
     void movedTo(const Held& held, const xcb_input_motion_event_t& event);

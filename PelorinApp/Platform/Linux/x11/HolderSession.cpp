@@ -195,6 +195,9 @@ void HolderSession::handleExtensionEvent(const xcb_ge_generic_event_t& event) {
 }
 
 void HolderSession::panicked() {
+    if (isPanicked_ || !chord_.isTaken()) {
+        return; // the keys repeat as long as they are down
+    }
     isPanicked_ = true;
     disarm();
     host_.panic();
