@@ -150,6 +150,7 @@ void HolderSession::handleEvents() {
             wheel_.note(*event);
         }
         handleEvent(*event);
+        tellWatchdog(isHolding()); // events may come faster than they can be dealt with
     }
 }
 
@@ -217,24 +218,32 @@ void HolderSession::decideWheel(const xcb_button_press_event_t& press) {
 }
 
 void HolderSession::decideNotch(ScrollNotch notch) {
-    if (mayConsume(notch) && ask(notch) == Verdict::consume) {
-        return;
+    // Notches can come a thousand times a second: what the pointer is doing is asked less often.
+    const auto now = Clock::now();
+    if (now - consumable_.at >= lookInterval || consumable_.posted != poster_.posted()) {
+        consumable_ = {consumablePlace(), now, poster_.posted()};
+    }
+    if (isArmed() && consumable_.place) {
+        notch.location = *consumable_.place;
+        if (ask(notch) == Verdict::consume) {
+            return;
+        }
     }
     const std::uint8_t button = buttonOfNotch(notch);
     wheel_.letThrough(button, [&] { poster_.scroll(button); });
 }
 
-/// As with a plain wheel: nothing is consumed while a program has the pointer for itself.
-bool HolderSession::mayConsume(ScrollNotch& notch) {
+/// Where the pointer is, if a tap may consume there. As with a plain wheel, nothing is consumed
+/// while a program has the pointer for itself.
+std::optional<Point> HolderSession::consumablePlace() {
     if (!isArmed()) {
-        return false;
+        return std::nullopt;
     }
     const auto pointer = probe_.look(pointers_.master);
     if (!pointer || pointer->isButtonDown || !isInBand(*pointer) || isPointerTakenByOther()) {
-        return false;
+        return std::nullopt;
     }
-    notch.location = geometry_->toPoints(pointer->x, pointer->y);
-    return true;
+    return geometry_->toPoints(pointer->x, pointer->y);
 }
 
 Verdict HolderSession::ask(const ScrollNotch& notch) {
@@ -275,8 +284,11 @@ void HolderSession::holdHere(const PointerProbe::State& pointer) {
     if (hasAxes && mayHoldDevices() && !pointer.isButtonDown) {
         holdDevices();
     }
-    // A wheel grab would also catch, and spoil, the scrolling of devices that cannot be held.
-    if (!wheel_.areTaken() && (mayHoldDevices() || !hasAxes)) {
+    // A wheel grab would also catch, and spoil, the scrolling of devices that are not held.
+    const bool mayHoldWheel = mayHoldDevices() || !hasAxes;
+    if (wheel_.areTaken() && !mayHoldWheel) {
+        wheel_.release();
+    } else if (!wheel_.areTaken() && mayHoldWheel) {
         const auto refused = wheel_.take();
         if (refused != refusedWheel_ && !refused.empty()) {
             host_.diagnostic(refusalLine(refused));
@@ -317,12 +329,12 @@ void HolderSession::ensureWatchdog() {
     }
     connection_.sync(); // the window must be there before somebody names it
     watchdog_ = Watchdog::start(host_.watchdog, probe_.window());
+    nextWatchdogTry_ = Clock::now() + watchdogPause;
     if (!watchdog_) {
-        nextWatchdogTry_ = Clock::now() + watchdogPause;
         if (!std::exchange(wasWatchdogRefused_, true)) {
             host_.diagnostic("⚠️ " + host_.watchdog.string() +
                              " does not start; without it mice and touchpads are not held, and "
-                             "edge gestures work with plain wheels only");
+                             "edge gestures do not work with them");
         }
     } else if (std::exchange(wasWatchdogRefused_, false)) {
         host_.diagnostic("✅ The watchdog runs again");
@@ -337,6 +349,9 @@ void HolderSession::tellWatchdog(bool isHolding) {
 
 void HolderSession::watchdogLost() {
     watchdog_.reset();
+    if (!std::exchange(wasWatchdogLost_, Clock::now() < nextWatchdogTry_)) {
+        nextWatchdogTry_ = Clock::now(); // the first that does not live long is replaced at once
+    }
     connection_.sync();
     if (connection_.isBroken()) {
         return; // it has done its work

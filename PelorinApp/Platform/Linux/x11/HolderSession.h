@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -80,7 +81,7 @@ class HolderSession {
     void panicked();
     void decideWheel(const xcb_button_press_event_t& press);
     void decideNotch(ScrollNotch notch);
-    [[nodiscard]] bool mayConsume(ScrollNotch& notch);
+    [[nodiscard]] std::optional<Point> consumablePlace();
     Verdict ask(const ScrollNotch& notch);
 
     void look();
@@ -107,6 +108,11 @@ class HolderSession {
     PointerDevices pointers_;
     std::shared_ptr<const ArmedPlaces> armed_ = std::make_shared<ArmedPlaces>();
     X11Displays::GeometryRef geometry_;
+    struct {
+        std::optional<Point> place;
+        Clock::time_point at;
+        std::uint64_t posted = 0;
+    } consumable_; // the last answer of consumablePlace()
     bool arePointersStale_ = true;
     bool isPanicked_ = false;
     bool isLookDue_ = false;
@@ -115,6 +121,7 @@ class HolderSession {
     std::vector<std::uint8_t> refusedWheel_; // what stood in the way is said once per change
     bool wasDeviceRefused_ = false;
     bool wasWatchdogRefused_ = false;
+    bool wasWatchdogLost_ = false; // early in its life
 };
 
 } // namespace quillon

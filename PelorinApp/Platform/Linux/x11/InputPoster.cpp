@@ -143,8 +143,8 @@ std::uint32_t InputPoster::buttonsDown() const {
     return bits;
 }
 
-void InputPoster::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x,
-                       std::int16_t y) const {
+void InputPoster::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::int16_t y) {
+    ++posted_;
     xcb_test_fake_input(connection_.get(), type, detail, XCB_CURRENT_TIME, connection_.root(), x, y,
                         0);
 }

@@ -49,6 +49,9 @@ class InputPoster {
     /// Lets go of every button that is down on behalf of a held device.
     void releaseAll();
 
+    /// Grows with everything that is posted.
+    [[nodiscard]] std::uint64_t posted() const { return posted_; }
+
     /// A bit for each button of the injecting device that is down, for whoever must clean up.
     [[nodiscard]] std::uint32_t buttonsDown() const;
 
@@ -56,11 +59,12 @@ class InputPoster {
     static constexpr std::size_t mostButtons = 32;
 
     [[nodiscard]] std::uint8_t physical(std::uint32_t button) const;
-    void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0) const;
+    void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
 
     const X11Connection& connection_;
     std::vector<std::uint8_t> buttonMap_;
     std::array<std::uint8_t, mostButtons> presses_{}; // by physical number
+    std::uint64_t posted_ = 0;
     double restX_ = 0;
     double restY_ = 0;
 };

@@ -36,7 +36,9 @@ class TapExchange {
             const auto now = std::chrono::steady_clock::now();
             timedOut = now >= limit;
             if (!timedOut && !answered_.wait_until(lock, std::min(limit, now + turn), isAnswered)) {
+                lock.unlock(); // the main thread must not wait for what is done meanwhile
                 meanwhile();
+                lock.lock();
             }
         }
         if (timedOut) {
