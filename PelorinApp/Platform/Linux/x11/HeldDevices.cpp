@@ -26,23 +26,32 @@ double toPixels(xcb_input_fp1616_t coordinate) { return coordinate / 65536.0; }
 
 } // namespace
 
-bool HeldDevices::take(const PointerDevices& pointers, xcb_input_device_id_t mover) {
-    const auto& devices = pointers.scrolling;
-    const auto isGone = [&](const Held& held) {
-        return std::none_of(devices.begin(), devices.end(), [&](const ScrollDevice& device) {
-            return device.id == held.device.id;
-        });
+void HeldDevices::follow(const PointerDevices& now) {
+    // One that was disabled keeps its grab and would come back with it. One that somebody attached
+    // to the pointer moves it in spite of the grab, and must be taken anew.
+    const auto isLost = [&](const Held& held) {
+        const bool stays =
+            std::any_of(now.scrolling.begin(), now.scrolling.end(), [&](const auto& device) {
+                return device.id == held.device.id && !device.isAttached;
+            });
+        if (!stays) {
+            ungrab(held);
+        }
+        return !stays;
     };
-    if (std::erase_if(held_, isGone) != 0) {
+    if (std::erase_if(held_, isLost) != 0) {
         poster_.releaseAll(); // what was down on it will never be released by it
     }
+}
+
+bool HeldDevices::take(const PointerDevices& pointers, xcb_input_device_id_t mover) {
     if (held_.empty()) {
         lastActive_ = mover;
         poster_.useDevice(pointers.injected);
     }
     bool tookAll = true;
     bool tookSome = false;
-    for (const ScrollDevice& device : devices) {
+    for (const ScrollDevice& device : pointers.scrolling) {
         if (find(device.id) != nullptr) {
             continue;
         }
@@ -84,9 +93,13 @@ HeldDevices::Grab HeldDevices::grab(const ScrollDevice& device) const {
     return reply->status == XCB_GRAB_STATUS_SUCCESS ? Grab::taken : Grab::heldByOther;
 }
 
+void HeldDevices::ungrab(const Held& held) const {
+    xcb_input_xi_ungrab_device(connection_.get(), XCB_CURRENT_TIME, held.device.id);
+}
+
 void HeldDevices::release() {
     for (const Held& held : held_) {
-        xcb_input_xi_ungrab_device(connection_.get(), XCB_CURRENT_TIME, held.device.id);
+        ungrab(held);
     }
     isReleasing_ = true;
     connection_.sync();

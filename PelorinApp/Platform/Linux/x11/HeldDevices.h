@@ -25,8 +25,11 @@ class HeldDevices {
                 std::function<void(const ScrollNotch&)> onNotch)
         : connection_(connection), poster_(poster), onNotch_(std::move(onNotch)) {}
 
-    /// Takes those that are not held yet, and forgets those that are not among them. False when
-    /// another program holds one of them. `mover` is the device that moved the pointer last.
+    /// Devices have come or gone: forgets those that are not held any more.
+    void follow(const PointerDevices& now);
+
+    /// Takes those that are not held yet. False when another program holds one of them. `mover` is
+    /// the device that moved the pointer last.
     bool take(const PointerDevices& pointers, xcb_input_device_id_t mover);
 
     /// Gives them back. What they sent before that is still on its way: it is handled like all
@@ -50,6 +53,7 @@ class HeldDevices {
 
     enum class Grab { taken, heldByOther, deviceGone };
     [[nodiscard]] Grab grab(const ScrollDevice& device) const;
+    void ungrab(const Held& held) const;
     [[nodiscard]] Held* find(xcb_input_device_id_t device);
     void moved(Held& held, const xcb_input_raw_motion_event_t& event);
     void movedTo(const Held& held, const xcb_input_motion_event_t& event);

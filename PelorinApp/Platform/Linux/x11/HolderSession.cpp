@@ -265,6 +265,7 @@ void HolderSession::look() {
     }
     if (std::exchange(arePointersStale_, false)) {
         pointers_ = queryPointerDevices(connection_, devices_.ids());
+        devices_.follow(pointers_);
     }
     const auto pointer = probe_.look(pointers_.master);
     if (!pointer) {

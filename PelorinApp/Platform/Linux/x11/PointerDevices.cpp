@@ -101,6 +101,7 @@ PointerDevices queryPointerDevices(const X11Connection& connection,
             device.isTouchpad = std::find(calledTouchpads.begin(), calledTouchpads.end(),
                                           device.id) != calledTouchpads.end() ||
                                 scrollsByFingers(connection, device.id, scrollMethods);
+            device.isAttached = movesPointer;
             found.scrolling.push_back(device);
         } else if (!bytes(connection, device.id, injectedMark).empty()) {
             found.injected = device.id;

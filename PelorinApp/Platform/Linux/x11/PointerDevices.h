@@ -24,6 +24,7 @@ struct ScrollDevice {
     std::optional<ScrollAxis> horizontal;
     bool isTouchpad = false;
     bool isAbsolute = false; // says where it is, not how far it moved
+    bool isAttached = false; // moves the pointer at present: not while it is grabbed
 };
 
 /// The devices that move the pointer.
