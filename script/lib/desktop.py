@@ -42,7 +42,8 @@ PROGRAMS = {  # the command of an ordinary program, and what its window's title 
 class PrivateDesktop(DesktopTools):
     """Opened by `with`, or by open() and close(). Using it: see also DesktopTools.
 
-    server          "xvfb", or "xtigervnc", which can be watched: see vnc_port
+    server          "xvfb"; or "xtigervnc", which can be watched: see vnc_port; or "xorg", the only
+                    one with devices that scroll smoothly: see desktop_parts.DEVICES
     screen          its size, "WIDTHxHEIGHT"
     server_args     more arguments for it, such as ["-extension", "XTEST"]
     window_manager  "openbox", "icewm", "metacity", "xfwm4" (this one wants the bus) or None
@@ -135,6 +136,10 @@ class PrivateDesktop(DesktopTools):
     def log(self, name: str) -> str:
         return self._children.log(name)
 
+    def log_from(self, name: str, start: int) -> bytes:
+        """What follows the first `start` bytes of a log that grows long."""
+        return self._children.log_from(name, start)
+
     def wait_for(self, process: subprocess.Popen, condition, what: str, limit=10.0):
         """wait_until for what a started program is to bring about: Failed at once if it ends
         before, and with its log in any case."""
@@ -184,6 +189,8 @@ class PrivateDesktop(DesktopTools):
             self._await_server(parts.xvfb(self._screen, extra))
         elif self._wanted["server"] == "xtigervnc":
             self._start_watchable_server(extra)
+        elif self._wanted["server"] == "xorg":
+            self._await_server(parts.xorg(self._screen, self.folder, extra))
         else:
             raise ValueError(f"no such X server: {self._wanted['server']}")
         # Any tool that this user starts elsewhere may look at the desktop, without the cookie.

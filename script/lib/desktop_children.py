@@ -127,10 +127,16 @@ class Children:
         return self.logs / f"{name}.log"
 
     def log(self, name: str) -> str:
+        return self.log_from(name, 0).decode(errors="replace")
+
+    def log_from(self, name: str, start: int) -> bytes:
+        """What follows the first `start` bytes."""
         try:
-            return self.log_path(name).read_text(errors="replace")
+            with open(self.log_path(name), "rb") as log:
+                log.seek(start)
+                return log.read()
         except FileNotFoundError:
-            return ""
+            return b""
 
     def wait_until_ready(self, child: subprocess.Popen, condition, what: str, limit=10.0):
         """Waits for a condition that this child is to bring about; says why if it does not."""

@@ -61,6 +61,60 @@ clock_padding = 6 0
 """
 
 
+DEVICES = {  # of the server "xorg", and what they are for the driver that plays them
+    "keyboard": "Keyboard",
+    "mouse": "Pointer",
+    "second mouse": "Pointer",
+    "touchpad": "PointerGesture",  # the only kind that says of itself to be a touchpad
+}
+XORG_ROLES = {"keyboard": "CoreKeyboard", "mouse": "CorePointer"}
+
+XORG_DEVICE = """\
+Section "InputDevice"
+    Identifier "{name}"
+    Driver "inputtest"
+    Option "DeviceType" "{type}"
+    Option "SocketPath" "{socket}"
+    Option "PointerButtonCount" "11"
+    Option "AccelerationProfile" "-1"
+EndSection
+"""
+
+XORG = """\
+Section "ServerFlags"
+    Option "AutoAddDevices" "off"
+    Option "AutoEnableDevices" "off"
+    Option "AutoAddGPU" "off"
+EndSection
+{devices}Section "Device"
+    Identifier "video"
+    Driver "dummy"
+    VideoRam 65536
+EndSection
+Section "Monitor"
+    Identifier "monitor"
+    HorizSync 5-1000
+    VertRefresh 5-200
+    Modeline "whole" {mode}
+EndSection
+Section "Screen"
+    Identifier "screen"
+    Device "video"
+    Monitor "monitor"
+    DefaultDepth 24
+    SubSection "Display"
+        Depth 24
+        Modes "whole"
+        Virtual {width} {height}
+    EndSubSection
+EndSection
+Section "ServerLayout"
+    Identifier "layout"
+    Screen "screen"
+{layout}EndSection
+"""
+
+
 def xvfb(screen: str, extra) -> list[str]:
     return ["Xvfb", "-screen", "0", f"{screen}x24", "-dpi", "96", "-noreset",
             "-nolisten", "tcp", *extra]
@@ -72,6 +126,30 @@ def xtigervnc(screen: str, port: int, extra) -> list[str]:
             "-nolisten", "tcp", "-interface", "127.0.0.1", "-localhost", "-rfbport", str(port),
             "-SecurityTypes", "None", "-AlwaysShared", "-AcceptSetDesktopSize=0",
             "-desktop", "Quillon", *extra]
+
+
+def xorg(screen: str, folder: pathlib.Path, extra) -> list[str]:
+    """An X server with DEVICES that scroll as real ones do. It needs no rights, no console and no
+    graphics card."""
+    width, height = (int(number) for number in screen.split("x"))
+    # Blanking intervals as of a tube; with shorter ones the server turns the mode down.
+    mode = (f"{(width + 240) * (height + 40) * 60 / 1e6} {width} {width + 48} {width + 80} "
+            f"{width + 240} {height} {height + 3} {height + 9} {height + 40}")
+    devices = "".join(XORG_DEVICE.format(name=name, type=kind, socket=device_socket(folder, name))
+                      for name, kind in DEVICES.items())
+    layout = "".join(f'    InputDevice "{name}" "{XORG_ROLES.get(name, "SendCoreEvents")}"\n'
+                     for name in DEVICES)
+    _write(folder / "xorg.conf",
+           XORG.format(devices=devices, layout=layout, mode=mode, width=width, height=height))
+    # Of a seat of its own it takes no console; without -novtswitch it would still look for one.
+    return ["/usr/lib/xorg/Xorg", "-config", str(folder / "xorg.conf"), "-logfile",
+            str(folder / "xorg.log"), "-seat", "seat-1", "-novtswitch", "-dpi", "96", "-noreset",
+            "-nolisten", "tcp", *extra]
+
+
+def device_socket(folder: pathlib.Path, name: str) -> pathlib.Path:
+    """Where the server listens for what a device of its is to do."""
+    return folder / "run" / f"device-{name.replace(' ', '-')}"
 
 
 def dbus(address_fd: int, runtime: pathlib.Path) -> list[str]:
@@ -119,7 +197,8 @@ def _write(path: pathlib.Path, text: str) -> None:
 
 def _openbox_settings() -> str:
     """openbox's own settings, less the wheel: by default the wheel on the bare desktop switches
-    desktops too, and then nobody could tell who did it."""
+    desktops too, and then nobody could tell who did it. And less the popup that would cover the
+    middle of the screen for a second after each change, and take the input there."""
     space = "http://openbox.org/3.4/rc"
     ElementTree.register_namespace("", space)
     root = ElementTree.parse("/etc/xdg/openbox/rc.xml").getroot()
@@ -129,6 +208,7 @@ def _openbox_settings() -> str:
                 context.remove(binding)
     desktops = root.find(f"{{{space}}}desktops")
     desktops.find(f"{{{space}}}number").text = str(DESKTOPS)
+    desktops.find(f"{{{space}}}popupTime").text = "0"
     names = desktops.find(f"{{{space}}}names")
     for number in range(DESKTOPS):
         ElementTree.SubElement(names, f"{{{space}}}name").text = f"Desktop {number + 1}"

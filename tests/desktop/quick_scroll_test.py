@@ -4,22 +4,13 @@
 import unittest
 
 from quillon_desktop import BAND, HEIGHT, WIDTH, ClientTest
-from witnesses import SCROLLS, Failed, wait_until
+from witnesses import SCROLLS, wait_until
 
 
 class QuickScrolling(ClientTest):
     def setUp(self):
         super().setUp()
         self.quillon = self.start_quillon("Left")
-
-    def expect_changes(self, count: int, last: int) -> None:
-        try:
-            wait_until(lambda: len(self.history.changes()) >= count, f"{count} changes")
-        except Failed as failure:
-            self.fail(f"{failure}, only {self.history.changes()}")
-        changes = self.history.changes()
-        self.assertEqual((len(changes), changes[-1]), (count, last), changes)
-        self.history.forget()
 
     def test_eight_notches_are_two_desktops(self):
         self.history.go_to(3)

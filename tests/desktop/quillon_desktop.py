@@ -4,8 +4,8 @@ import itertools
 import signal
 import unittest
 
-from witnesses import (GTK3_CLIENT, QT6_CLIENT, QUILLON, Client, DesktopHistory, Injector, Lines,
-                       PrivateDesktop, await_wheel, wait_until, write_settings)
+from witnesses import (GTK3_CLIENT, QT6_CLIENT, QUILLON, Client, DesktopHistory, Failed, Injector,
+                       Lines, PrivateDesktop, await_wheel, wait_until, write_settings)
 
 WIDTH, HEIGHT = 1280, 800  # of a private desktop
 BAND = 40  # pixels from the frame within which a band reaches by default, the last one included
@@ -16,11 +16,11 @@ _numbers = itertools.count(1)
 class Quillon:
     """A running program under test."""
 
-    def __init__(self, desktop, arguments=(), **popen):
+    def __init__(self, desktop, arguments=(), program=QUILLON, **popen):
         self.name = f"quillon-{next(_numbers)}"
         self._desktop, self._lines = desktop, Lines(desktop, self.name)
         self._expected = ["App launched!"]
-        self.process = desktop.start(self.name, [QUILLON, *arguments], **popen)
+        self.process = desktop.start(self.name, [program, *arguments], **popen)
 
     def lines(self) -> list[str]:
         return self._lines.all()
@@ -58,9 +58,9 @@ class ProgramTest(unittest.TestCase):
         write_settings(self.desktop, {f"Tool4{edge}Edge": True for edge in edges} | settings)
         return self.run_quillon(env=self.desktop.environment | (environment or {}))
 
-    def run_quillon(self, **popen) -> Quillon:
+    def run_quillon(self, **how) -> Quillon:
         """With what is stored."""
-        quillon = Quillon(self.desktop, **popen)
+        quillon = Quillon(self.desktop, **how)
         self.addCleanup(self._end, quillon)
         return quillon
 
@@ -69,7 +69,8 @@ class ProgramTest(unittest.TestCase):
         said nothing that the test does not reckon with."""
         try:
             if quillon.process.returncode is None:
-                self.assertTrue(quillon.is_running(), "the program has ended by itself")
+                self.assertTrue(quillon.is_running(),
+                                f"the program has ended by itself: {quillon.process.poll()}")
                 self.assertEqual(quillon.stop(), 0)
             self.assertEqual(quillon.unexpected_lines(), [])
         finally:
@@ -102,6 +103,16 @@ class GestureTest(DesktopTest):
     def go_out_of_band(self, x=WIDTH // 2, y=HEIGHT // 2) -> None:
         self.injector.move(x, y)
         await_wheel(self.desktop, "free")
+
+    def expect_changes(self, count: int, last: int, limit=10.0) -> None:
+        """So many changes of the desktop, the last one to `last`."""
+        try:
+            wait_until(lambda: len(self.history.changes()) >= count, f"{count} changes", limit)
+        except Failed as failure:
+            self.fail(f"{failure}, only {self.history.changes()}")
+        changes = self.history.changes()
+        self.assertEqual((len(changes), changes[-1]), (count, last), changes)
+        self.history.forget()
 
     def expect_no_more_changes(self, quillon: Quillon) -> None:
         """Ends the program, and with it all that it still had to do."""

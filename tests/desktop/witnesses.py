@@ -88,9 +88,15 @@ class Injector:
             self._do(f"wheel {BUTTONS[direction]} 1 1")
             self._last_notch = time.monotonic()
 
-    def click(self, button: int) -> None:
+    def press(self, button: int) -> None:
         self._do(f"press {button}")
+
+    def release(self, button: int) -> None:
         self._do(f"release {button}")
+
+    def click(self, button: int) -> None:
+        self.press(button)
+        self.release(button)
 
     def quietly(self, command: str) -> None:
         """As a device would: the server has no reason to write to any program."""
@@ -108,10 +114,15 @@ class Lines:
 
     def __init__(self, desktop, name: str):
         self._desktop, self._name, self._seen = desktop, name, 0
+        self._read, self._lines = 0, []  # bytes that were read, and the lines that they make
 
     def all(self) -> list[str]:
         # A last line without its end is still being written.
-        return self._desktop.log(self._name).split("\n")[:-1]
+        complete, end, _ = self._desktop.log_from(self._name, self._read).rpartition(b"\n")
+        self._read += len(complete + end)
+        if end:
+            self._lines += complete.decode(errors="replace").split("\n")
+        return self._lines
 
     def new(self) -> list[str]:
         return self.all()[self._seen:]
@@ -121,30 +132,44 @@ class Lines:
 
 
 class Client:
-    """An ordinary program with one window, on all desktops, that prints what it receives."""
+    """An ordinary program with one window, on all desktops, that prints what it receives; with
+    `options` "--all" also motion, coming and going, and double clicks. The hand is an Injector or
+    whatever else clicks."""
 
-    def __init__(self, desktop, injector: Injector, program: pathlib.Path, name: str, place):
-        self._injector, self._lines = injector, Lines(desktop, name)
-        process = desktop.start(name, [program, name, *place])
+    def __init__(self, desktop, hand, program: pathlib.Path, name: str, place, options=()):
+        self._hand, self._lines = hand, Lines(desktop, name)
+        self.process = desktop.start(name, [program, *options, name, *place])
         ready = "ready {} {} {} {}".format(*place)
-        desktop.wait_for(process, lambda: ready in self._lines.all(), f"{ready!r}")
+        desktop.wait_for(self.process, lambda: ready in self._lines.all(), f"{ready!r}")
         desktop.show_everywhere(wait_until(lambda: desktop.window(name), f"the window of {name}"))
 
     def forget(self) -> None:
         self._lines.forget()
 
     def received(self) -> list[str]:
-        """What it got since the last call, or forget(), with the pointer over it.
-
-        When it has got a click that was made after everything else, nothing is on its way."""
-        fence = f"press {FENCE}"
-        before = self._lines.new().count(fence)
-        self._injector.click(FENCE)
-        wait_until(lambda: self._lines.new().count(fence) > before, "the client's next click")
+        """What it got since the last call, or forget(), with the pointer over it."""
+        self.await_click()
         # The fence's own release may come late: it is left out whenever it comes.
-        received = [line for line in self._lines.new() if line.split()[-1] != str(FENCE)]
+        fences = (f"press {FENCE}", f"release {FENCE}", f"double {FENCE}")
+        received = [line for line in self._lines.new() if line not in fences]
         self.forget()
         return received
+
+    def count(self, start: str) -> int:
+        """How many lines it has printed that begin like this."""
+        return sum(line.startswith(start) for line in self._lines.all())
+
+    def last(self, kind: str) -> str | None:
+        """The last line of this kind that it has printed."""
+        return next((line for line in reversed(self._lines.all()) if line.split()[0] == kind), None)
+
+    def await_click(self, hand=None) -> None:
+        """Until it has got a click, of which it makes nothing, that is made after everything else:
+        then nothing is on its way. The pointer must be over it."""
+        fence = f"press {FENCE}"
+        before = self._lines.new().count(fence)
+        (hand or self._hand).click(FENCE)
+        wait_until(lambda: self._lines.new().count(fence) > before, "the client's next click")
 
 
 class DesktopHistory:

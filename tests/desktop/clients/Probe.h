@@ -37,4 +37,9 @@ inline std::uint8_t wheelPress(const xcb_generic_event_t& event) {
 int canGrab(const Display& display);
 int holdWheel(const Display& display);
 int holdMenu(const Display& display, double seconds);
+int holdScreen(const Display& display);
 int inject(const Display& display);
+int listGrabs(const Display& display);
+int listButtonsDown(const Display& display);
+int listConnections(const Display& display, std::uint32_t process);
+int killConnection(const Display& display, std::uint32_t resource);

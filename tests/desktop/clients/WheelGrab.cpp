@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <string>
 
 #include <poll.h>
 #include <unistd.h>
@@ -11,6 +12,11 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
+
+void say(const char* word) {
+    std::puts(word);
+    std::fflush(stdout);
+}
 
 /// The grabs that a holder of the wheel needs. Asynchronous, so that nothing freezes meanwhile;
 /// whether they are refused does not depend on that.
@@ -26,24 +32,46 @@ bool takeWheel(const Display& display) {
     return all;
 }
 
-/// Reports the wheel presses that have arrived; false when the display is gone.
-bool reportWheel(const Display& display, int& count) {
+/// The line for an event, or nothing.
+using Describe = std::string (*)(const xcb_generic_event_t& event);
+
+std::string describeWheel(const xcb_generic_event_t& event) {
+    const auto button = wheelPress(event);
+    return button != 0 ? "wheel " + std::to_string(button) : "";
+}
+
+std::string describeAll(const xcb_generic_event_t& event) {
+    const auto& input = reinterpret_cast<const xcb_button_press_event_t&>(event);
+    switch (event.response_type & 0x7f) {
+    case XCB_MOTION_NOTIFY:
+        return "motion " + std::to_string(input.root_x) + ' ' + std::to_string(input.root_y);
+    case XCB_BUTTON_PRESS:
+        return "press " + std::to_string(input.detail);
+    case XCB_BUTTON_RELEASE:
+        return "release " + std::to_string(input.detail);
+    default:
+        return "";
+    }
+}
+
+/// Reports what has arrived; false when the display is gone.
+bool reportArrived(const Display& display, Describe describe, int& count) {
     while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(display.connection)}) {
-        if (const auto button = wheelPress(*event)) {
+        if (const auto line = describe(*event); !line.empty()) {
             ++count;
-            std::printf("wheel %d\n", button);
-            std::fflush(stdout);
+            say(line.c_str());
         }
     }
     return xcb_connection_has_error(display.connection) == 0;
 }
 
-/// Reports wheel presses until the deadline, or until standard input ends where that counts.
-bool reportUntil(const Display& display, Clock::time_point deadline, bool untilInputEnds) {
+/// Reports until the deadline, or until standard input ends where that counts.
+bool reportUntil(const Display& display, Clock::time_point deadline, bool untilInputEnds,
+                 Describe describe) {
     int count = 0;
     std::array<pollfd, 2> sources{{{xcb_get_file_descriptor(display.connection), POLLIN, 0},
                                    {untilInputEnds ? STDIN_FILENO : -1, POLLIN, 0}}};
-    while (reportWheel(display, count)) {
+    while (reportArrived(display, describe, count)) {
         const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now()).count();
         std::array<char, 256> ignored{};
         if (left <= 0 ||
@@ -54,11 +82,6 @@ bool reportUntil(const Display& display, Clock::time_point deadline, bool untilI
         poll(sources.data(), sources.size(), static_cast<int>(left));
     }
     return false;
-}
-
-void say(const char* word) {
-    std::puts(word);
-    std::fflush(stdout);
 }
 
 /// A mapped window at which an open menu's grab is aimed.
@@ -72,24 +95,8 @@ xcb_window_t menuWindow(const Display& display) {
     return window;
 }
 
-} // namespace
-
-int canGrab(const Display& display) {
-    const bool free = takeWheel(display);
-    say(free ? "free" : "taken");
-    return free ? 0 : 1;
-}
-
-int holdWheel(const Display& display) {
-    if (!takeWheel(display)) {
-        say("refused");
-        return 1;
-    }
-    say("held");
-    return reportUntil(display, Clock::now() + std::chrono::hours(1), true) ? 0 : 3;
-}
-
-int holdMenu(const Display& display, double seconds) {
+/// Pointer and keyboard, for a window of our own.
+bool takeScreen(const Display& display) {
     const auto window = menuWindow(display);
     const Owned<xcb_grab_pointer_reply_t> pointer(xcb_grab_pointer_reply(
         display.connection,
@@ -107,10 +114,41 @@ int holdMenu(const Display& display, double seconds) {
     if (!pointer || pointer->status != XCB_GRAB_STATUS_SUCCESS || !keyboard ||
         keyboard->status != XCB_GRAB_STATUS_SUCCESS) {
         say("refused");
+        return false;
+    }
+    say("held");
+    return true;
+}
+
+} // namespace
+
+int canGrab(const Display& display) {
+    const bool free = takeWheel(display);
+    say(free ? "free" : "taken");
+    return free ? 0 : 1;
+}
+
+int holdWheel(const Display& display) {
+    if (!takeWheel(display)) {
+        say("refused");
         return 1;
     }
     say("held");
+    return reportUntil(display, Clock::now() + std::chrono::hours(1), true, describeWheel) ? 0 : 3;
+}
+
+int holdMenu(const Display& display, double seconds) {
+    if (!takeScreen(display)) {
+        return 1;
+    }
     const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
                                         std::chrono::duration<double>(seconds));
-    return reportUntil(display, end, false) ? 0 : 3;
+    return reportUntil(display, end, false, describeWheel) ? 0 : 3;
+}
+
+int holdScreen(const Display& display) {
+    if (!takeScreen(display)) {
+        return 1;
+    }
+    return reportUntil(display, Clock::now() + std::chrono::hours(1), true, describeAll) ? 0 : 3;
 }

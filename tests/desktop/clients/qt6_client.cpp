@@ -1,4 +1,5 @@
-// A Qt 6 window that prints a line for every scroll, button and key event it receives.
+// A Qt 6 window that prints a line for every scroll, button and key event it receives, and on
+// request for whatever else the pointer does to it.
 #include "ClientArguments.h"
 
 #include <QGuiApplication>
@@ -27,19 +28,39 @@ int buttonNumber(Qt::MouseButton button) {
 }
 
 class Client : public QRasterWindow {
+  public:
+    explicit Client(bool all) : all_(all) {}
+
   protected:
     void wheelEvent(QWheelEvent* event) override {
         // Qt counts to the left; 0 - 0 rather than -0
         reportScroll(0 - event->angleDelta().x() / 120.0, event->angleDelta().y() / 120.0);
     }
 
-    void mousePressEvent(QMouseEvent* event) override { report("press", event->button()); }
-    void mouseDoubleClickEvent(QMouseEvent* event) override { report("press", event->button()); }
-    void mouseReleaseEvent(QMouseEvent* event) override { report("release", event->button()); }
+    void mousePressEvent(QMouseEvent* event) override { button("press", event); }
+    void mouseReleaseEvent(QMouseEvent* event) override { button("release", event); }
+    void mouseDoubleClickEvent(QMouseEvent* event) override { // comes after its second press
+        if (all_) {
+            button("double", event);
+        }
+    }
+
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (all_) {
+            report("motion " + exactly(event->globalPosition().x()) + ' ' +
+                   exactly(event->globalPosition().y()));
+        }
+    }
+
+    bool event(QEvent* event) override {
+        if (all_ && (event->type() == QEvent::Enter || event->type() == QEvent::Leave)) {
+            report(event->type() == QEvent::Enter ? "enter" : "leave");
+        }
+        return QRasterWindow::event(event);
+    }
 
     void keyPressEvent(QKeyEvent* event) override {
-        std::printf("key %s\n", qPrintable(QKeySequence(event->key()).toString()));
-        std::fflush(stdout);
+        report("key " + QKeySequence(event->key()).toString().toStdString());
     }
 
     void paintEvent(QPaintEvent*) override {
@@ -52,11 +73,11 @@ class Client : public QRasterWindow {
     }
 
   private:
-    static void report(const char* what, Qt::MouseButton button) {
-        std::printf("%s %d\n", what, buttonNumber(button));
-        std::fflush(stdout);
+    static void button(const char* what, const QMouseEvent* event) {
+        report(what + (' ' + std::to_string(buttonNumber(event->button()))));
     }
 
+    bool all_;
     bool ready_ = false;
 };
 
@@ -70,7 +91,7 @@ int main(int argc, char** argv) {
     if (!arguments) {
         return 2;
     }
-    Client client;
+    Client client(arguments->all);
     client.setTitle(QString::fromUtf8(arguments->title));
     client.setFlag(Qt::FramelessWindowHint);
     client.setGeometry(arguments->x, arguments->y, arguments->width, arguments->height);

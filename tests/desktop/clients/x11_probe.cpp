@@ -10,6 +10,12 @@ constexpr const char* usage = R"(usage: x11_probe COMMAND
   can-grab           "free" if the wheel can be taken for the whole screen, else "taken" and 1
   hold-wheel         takes the wheel until standard input ends
   hold-menu SECONDS  takes pointer and keyboard focus as an open menu does
+  hold-screen        takes pointer and keyboard as a screen locker does, until standard input ends,
+                     and reports what it gets: motion X Y, press BUTTON, release BUTTON
+  grabs              "taken NAME" or "free NAME" for each input device
+  buttons            the numbers of the buttons that are down
+  connections PID    a resource of each of the X connections of a process
+  kill RESOURCE      has the server close the connection that it belongs to
   inject             reads commands, a line each, and answers "ok" when the server has done it:
                        move X Y | nudge DX DY | wheel BUTTON COUNT GAP_MS
                        press BUTTON | release BUTTON | sync
@@ -27,6 +33,23 @@ int run(const Display& display, int argc, char** argv) {
     }
     if (command == "hold-menu" && argc == 3) {
         return holdMenu(display, std::strtod(argv[2], nullptr));
+    }
+    if (command == "hold-screen" && argc == 2) {
+        return holdScreen(display);
+    }
+    if (command == "grabs" && argc == 2) {
+        return listGrabs(display);
+    }
+    if (command == "buttons" && argc == 2) {
+        return listButtonsDown(display);
+    }
+    if (command == "connections" && argc == 3) {
+        return listConnections(display,
+                               static_cast<std::uint32_t>(std::strtoul(argv[2], nullptr, 10)));
+    }
+    if (command == "kill" && argc == 3) {
+        return killConnection(display,
+                              static_cast<std::uint32_t>(std::strtoul(argv[2], nullptr, 10)));
     }
     if (command == "inject" && argc == 2) {
         return inject(display);

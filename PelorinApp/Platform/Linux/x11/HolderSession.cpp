@@ -17,6 +17,9 @@ constexpr std::chrono::milliseconds lookInterval{8};
 /// How long to wait before a watchdog that failed is tried again.
 constexpr std::chrono::seconds watchdogPause{5};
 
+/// How long another program must hold a device for that to be said.
+constexpr std::chrono::seconds lastingRefusal{1};
+
 std::string refusalLine(const std::vector<std::uint8_t>& buttons) {
     std::string line = "⚠️ Another program holds wheel button";
     line += buttons.size() == 1 ? "" : "s";
@@ -306,12 +309,21 @@ void HolderSession::holdDevices() {
         }
         return;
     }
-    const bool tookAll = devices_.take(pointers_, watch_->lastMover());
-    if (!tookAll && !wasDeviceRefused_) {
-        host_.diagnostic("⚠️ Another program holds a mouse or touchpad; trying again when the "
-                         "pointer next comes to the edge");
+    if (devices_.take(pointers_, watch_->lastMover())) {
+        refusedSince_.reset();
+        wasDeviceRefused_ = false;
+        return;
     }
-    wasDeviceRefused_ = !tookAll;
+    // Whoever is being clicked has the device for as long as that takes: not worth a word.
+    if (!refusedSince_) {
+        refusedSince_ = Clock::now();
+    }
+    if (Clock::now() - *refusedSince_ >= lastingRefusal &&
+        !std::exchange(wasDeviceRefused_, true)) {
+        host_.diagnostic(
+            "⚠️ Another program holds a mouse or touchpad; trying again whenever the "
+            "pointer moves at the edge");
+    }
 }
 
 void HolderSession::leave(const PointerProbe::State& pointer) {

@@ -118,7 +118,8 @@ class HolderSession {
     bool isLookDue_ = false;
     Clock::time_point nextLook_ = Clock::now();
     Clock::time_point nextWatchdogTry_ = Clock::now();
-    std::vector<std::uint8_t> refusedWheel_; // what stood in the way is said once per change
+    std::vector<std::uint8_t> refusedWheel_;        // what stood in the way is said once per change
+    std::optional<Clock::time_point> refusedSince_; // some device; nullopt when none is
     bool wasDeviceRefused_ = false;
     bool wasWatchdogRefused_ = false;
     bool wasWatchdogLost_ = false; // early in its life

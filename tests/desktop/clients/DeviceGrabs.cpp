@@ -1,0 +1,71 @@
+#include "Probe.h"
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+#include <xcb/xinput.h>
+
+namespace {
+
+/// Also says which version of it we speak, which must come first.
+bool hasInputExtension(const Display& display) {
+    const Owned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+        display.connection, xcb_input_xi_query_version(display.connection, 2, 2), nullptr));
+    return version != nullptr;
+}
+
+/// Nobody can grab anything for a window that is not mapped; but the server says first if somebody
+/// else already has.
+bool isTaken(const Display& display, xcb_window_t unmapped, std::uint16_t device) {
+    const std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS;
+    const Owned<xcb_input_xi_grab_device_reply_t> reply(xcb_input_xi_grab_device_reply(
+        display.connection,
+        xcb_input_xi_grab_device(display.connection, unmapped, XCB_CURRENT_TIME, XCB_NONE, device,
+                                 XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, 0, 1,
+                                 &mask),
+        nullptr));
+    return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+}
+
+} // namespace
+
+int listGrabs(const Display& display) {
+    const bool hasExtension = hasInputExtension(display);
+    const Owned<xcb_input_xi_query_device_reply_t> devices(xcb_input_xi_query_device_reply(
+        display.connection, xcb_input_xi_query_device(display.connection, XCB_INPUT_DEVICE_ALL),
+        nullptr));
+    if (!hasExtension || !devices) {
+        std::fputs("x11_probe: this display has no input extension\n", stderr);
+        return 1;
+    }
+    const auto window = xcb_generate_id(display.connection);
+    xcb_create_window(display.connection, XCB_COPY_FROM_PARENT, window, display.root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    for (auto i = xcb_input_xi_query_device_infos_iterator(devices.get()); i.rem > 0;
+         xcb_input_xi_device_info_next(&i)) {
+        const std::string name(xcb_input_xi_device_info_name(i.data), i.data->name_len);
+        std::printf("%s %s\n", isTaken(display, window, i.data->deviceid) ? "taken" : "free",
+                    name.c_str());
+    }
+    return 0;
+}
+
+int listButtonsDown(const Display& display) {
+    constexpr std::uint16_t masterPointer = 2; // which a server always has
+    const bool hasExtension = hasInputExtension(display);
+    const Owned<xcb_input_xi_query_pointer_reply_t> reply(xcb_input_xi_query_pointer_reply(
+        display.connection,
+        xcb_input_xi_query_pointer(display.connection, display.root, masterPointer), nullptr));
+    if (!hasExtension || !reply) {
+        std::fputs("x11_probe: this display has no input extension\n", stderr);
+        return 1;
+    }
+    const auto* buttons = xcb_input_xi_query_pointer_buttons(reply.get());
+    for (std::uint32_t button = 1; button < reply->buttons_len * 32U; ++button) {
+        if ((buttons[button / 32] >> (button % 32) & 1U) != 0) {
+            std::printf("%u\n", button);
+        }
+    }
+    return 0;
+}

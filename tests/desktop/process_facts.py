@@ -1,0 +1,36 @@
+"""What the kernel says about processes."""
+
+import os
+import pathlib
+import re
+
+
+def status(pid: int, field: str) -> str:
+    text = pathlib.Path(f"/proc/{pid}/status").read_text()
+    return re.search(rf"^{field}:\s*(.*)$", text, re.MULTILINE)[1]
+
+
+def children(pid: int) -> dict[int, str]:
+    """Those that live, and the names of their programs."""
+    found = {}
+    for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
+        for child in (task / "children").read_text().split():
+            try:
+                if status(int(child), "State")[0] != "Z":
+                    found[int(child)] = os.path.basename(os.readlink(f"/proc/{child}/exe"))
+            except FileNotFoundError:  # it has ended meanwhile
+                continue
+    return found
+
+
+def is_alive(pid: int) -> bool:
+    """Not ended, nor merely unburied."""
+    try:
+        return status(pid, "State")[0] != "Z"
+    except FileNotFoundError:
+        return False
+
+
+def private_memory(pid: int) -> int:
+    """Bytes that are its own. What it shares counts for more or less as others come and go."""
+    return 1024 * int(status(pid, "RssAnon").split()[0])
