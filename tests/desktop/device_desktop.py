@@ -4,7 +4,7 @@ import itertools
 
 from quillon_desktop import HEIGHT, WIDTH, GestureTest
 from devices import Device, await_taken
-from witnesses import GTK3_CLIENT, QT6_CLIENT, Client, wait_until
+from witnesses import GTK3_CLIENT, QT6_CLIENT, Client, await_idle, wait_until
 
 SCROLLERS = ("mouse", "second mouse", "touchpad")
 SCROLLS = ("scroll", "derived")  # as clients call them
@@ -103,6 +103,17 @@ class DeviceTest(GestureTest):
         await_taken(self.desktop, ())
 
     # What programs receive
+
+    def settle(self) -> None:
+        """Until the program under the pointer has read everything."""
+        _, y = self.desktop.pointer()
+        await_idle(self.clients["GTK 3" if y < HALF else "Qt 6"].process)
+
+    def scroll(self, device: Device, direction: str, notches: int, **how) -> None:
+        """Until the program under the pointer has read it: Qt drops what it has not yet read when
+        a motion of other axes follows."""
+        device.scroll(direction, notches, **how)
+        self.settle()
 
     def take_up(self, device: Device) -> None:
         """Until the program under the pointer knows that this device moves it now. When it learns

@@ -35,9 +35,9 @@ class DevicesWithoutWatchdog(DeviceTest):
                 self.assertEqual(taken_devices(self.desktop), set())
                 self.assertTrue(wheel_is_free(self.desktop), "it would catch the devices' scrolls")
             self.take_up(self.mouse)
-            self.mouse.scroll("down", 8)
+            self.scroll(self.mouse, "down", 8)
             self.take_up(self.touchpad)
-            self.touchpad.scroll("up", 32, part=1 / 8)
+            self.scroll(self.touchpad, "up", 32, part=1 / 8)
 
     def test_nothing_is_held_and_it_says_so_once(self):
         without = self.listen(self.scroll_in_the_band)

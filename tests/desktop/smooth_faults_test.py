@@ -82,7 +82,7 @@ class Ended(RecoveryTest):
         self.expect_end_by(signal.SIGKILL)
 
     def test_crashed(self):
-        self.expect_end_by(signal.SIGSEGV)
+        self.expect_end_by(signal.SIGABRT)
 
     def test_killed_with_a_button_down(self):
         self.press(1)

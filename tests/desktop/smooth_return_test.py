@@ -7,9 +7,8 @@ the axes when they come to it, so they are given the time: no hand scrolls withi
 
 import unittest
 
-from device_desktop import CENTRE, HALF, DeviceTest, total
+from device_desktop import CENTRE, DeviceTest, total
 from quillon_desktop import BAND
-from witnesses import await_idle
 
 
 class FirstScroll(DeviceTest):
@@ -24,24 +23,14 @@ class FirstScroll(DeviceTest):
         self.assertLess(total(without["Qt 6"])[1], -1, "there was something to compare")
         self.expect_no_more_changes(self.quillon)
 
-    def settle(self) -> None:
-        """Until the program under the pointer has read everything."""
-        _, y = self.desktop.pointer()
-        await_idle(self.clients["GTK 3" if y < HALF else "Qt 6"].process)
-
-    def scroll(self, device, *steps) -> None:
-        """Qt drops what it has not yet read when a motion of other axes follows."""
-        for direction, notches in steps:
-            device.scroll(direction, notches)
-            self.settle()
-
     def come_to(self, place) -> None:
         """So that the program under the pointer knows where the axes stand."""
         self.go_out_of_band(*place)
         for device in (self.touchpad, self.mouse):
             self.take_up(device)
             self.settle()
-            self.scroll(device, ("down", 1), ("right", 1))
+            self.scroll(device, "down", 1)
+            self.scroll(device, "right", 1)
 
     def come_back_to(self, place) -> None:
         self.go_out_of_band(*place)
@@ -53,9 +42,11 @@ class FirstScroll(DeviceTest):
                 self.come_to(place)
                 self.go_into_band(BAND // 2, place[1])
                 if in_band:
-                    self.scroll(self.mouse, ("up", 2), ("right", 1))
+                    self.scroll(self.mouse, "up", 2)
+                    self.scroll(self.mouse, "right", 1)
                 self.come_back_to(place)
-                self.scroll(self.mouse, ("down", 4), ("left", 1))
+                self.scroll(self.mouse, "down", 4)
+                self.scroll(self.mouse, "left", 1)
         self.expect_only_the_band_is_missing(scenario)
 
     def test_after_nothing_but_passing_through(self):
@@ -64,7 +55,7 @@ class FirstScroll(DeviceTest):
                 self.come_to(place)
                 self.go_into_band(BAND // 2, place[1])
                 self.come_back_to(place)
-                self.scroll(self.mouse, ("down", 4))
+                self.scroll(self.mouse, "down", 4)
         self.expect_only_the_band_is_missing(scenario)
 
     def test_after_another_program_took_the_pointer_away(self):
@@ -73,11 +64,11 @@ class FirstScroll(DeviceTest):
                 self.come_to(place)
                 self.go_into_band(BAND // 2, place[1])
                 if in_band:
-                    self.scroll(self.mouse, ("up", 3))
+                    self.scroll(self.mouse, "up", 3)
                 self.desktop.run("xdotool", "mousemove", *place)
                 self.await_pointer(*place)
                 self.settle()
-                self.scroll(self.mouse, ("down", 4))
+                self.scroll(self.mouse, "down", 4)
         without = self.listen(lambda: scenario(False))
         self.start("Left", Tool4ScrollSensitivity=10)
         received = self.listen(lambda: scenario(True))
@@ -92,10 +83,10 @@ class FirstScroll(DeviceTest):
             self.come_to(place)
             self.go_into_band(BAND // 2, place[1])
             if in_band:
-                self.scroll(self.mouse, ("up", 3))
+                self.scroll(self.mouse, "up", 3)
                 self.assertEqual(self.quillon.stop(), 0)
             self.settle()
-            self.scroll(self.mouse, ("down", 4))
+            self.scroll(self.mouse, "down", 4)
         without = self.listen(lambda: scenario(False))
         self.start("Left", Tool4ScrollSensitivity=10)
         received = self.listen(lambda: scenario(True))

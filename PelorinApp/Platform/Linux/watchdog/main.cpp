@@ -44,18 +44,7 @@ void giveBack(xcb_connection_t* connection, std::uint32_t holder, std::uint32_t 
     sync(connection);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-    if (argc != 2 || xcb_connection_has_error(connection) != 0) {
-        return EXIT_FAILURE;
-    }
-    const auto holder = static_cast<std::uint32_t>(std::strtoul(argv[1], nullptr, 10));
-    sync(connection);
-    if (send(socketFile, &watchdogReady, 1, MSG_NOSIGNAL) != 1) {
-        return EXIT_FAILURE;
-    }
+void watch(xcb_connection_t* connection, std::uint32_t holder) {
     WatchdogMessage said;
     while (xcb_connection_has_error(connection) == 0) {
         pollfd sources[]{{socketFile, POLLIN, 0}, {xcb_get_file_descriptor(connection), POLLIN, 0}};
@@ -79,6 +68,20 @@ int main(int argc, char** argv) {
     if (said.isHolding != 0) {
         giveBack(connection, holder, said.buttonsDown);
     }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    int status = EXIT_FAILURE;
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    if (argc == 2 && xcb_connection_has_error(connection) == 0) {
+        sync(connection);
+        if (send(socketFile, &watchdogReady, 1, MSG_NOSIGNAL) == 1) {
+            watch(connection, static_cast<std::uint32_t>(std::strtoul(argv[1], nullptr, 10)));
+            status = EXIT_SUCCESS;
+        }
+    }
     xcb_disconnect(connection);
-    return EXIT_SUCCESS;
+    return status;
 }

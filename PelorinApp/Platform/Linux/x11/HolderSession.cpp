@@ -182,11 +182,15 @@ bool HolderSession::isPointerTakenByOther() {
         return false;
     }
     // It may be a plain wheel that we hold. Then its press has come before the answer.
+    readEarly();
+    return !wheel_.isActive();
+}
+
+void HolderSession::readEarly() {
     while (XcbOwned<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_.get())}) {
         wheel_.note(*event);
         early_.push_back(std::move(event));
     }
-    return !wheel_.isActive();
 }
 
 void HolderSession::handleExtensionEvent(const xcb_ge_generic_event_t& event) {
@@ -269,6 +273,9 @@ void HolderSession::look() {
     if (std::exchange(arePointersStale_, false)) {
         pointers_ = queryPointerDevices(connection_, devices_.ids());
         devices_.follow(pointers_);
+        if (wheel_.areTaken()) {
+            wheel_.release(); // there may be devices with axes that are not held yet
+        }
     }
     const auto pointer = probe_.look(pointers_.master);
     if (!pointer) {
@@ -285,14 +292,13 @@ void HolderSession::holdHere(const PointerProbe::State& pointer) {
     ensureWatchdog();
     tellWatchdog(true);
     const bool hasAxes = !pointers_.scrolling.empty();
-    if (hasAxes && mayHoldDevices() && !pointer.isButtonDown) {
+    if (hasAxes && !pointer.isButtonDown) {
         holdDevices();
     }
-    // A wheel grab would also catch, and spoil, the scrolling of devices that are not held.
-    const bool mayHoldWheel = mayHoldDevices() || !hasAxes;
-    if (wheel_.areTaken() && !mayHoldWheel) {
-        wheel_.release();
-    } else if (!wheel_.areTaken() && mayHoldWheel) {
+    // Only when no device with axes moves the pointer by itself. They send their scrolling also as
+    // presses; a grab would catch those and wait for a release that, with the device held by then,
+    // does not come there.
+    if (!wheel_.areTaken() && (devices_.areHeld() || !hasAxes)) {
         const auto refused = wheel_.take();
         if (refused != refusedWheel_ && !refused.empty()) {
             host_.diagnostic(refusalLine(refused));
@@ -302,11 +308,8 @@ void HolderSession::holdHere(const PointerProbe::State& pointer) {
 }
 
 void HolderSession::holdDevices() {
-    if (isPointerTakenByOther()) {
-        // An open menu or a locked screen: its scrolling is not ours.
-        if (devices_.areHeld()) {
-            devices_.release();
-        }
+    if (!watchdog_ || isPointerTakenByOther()) {
+        letGo(); // an open menu or a locked screen: its scrolling is not ours
         return;
     }
     if (devices_.take(pointers_, watch_->lastMover())) {
@@ -331,9 +334,24 @@ void HolderSession::leave(const PointerProbe::State& pointer) {
         wheel_.release();
     }
     // A button that is down belongs to a device that is held: its release must come the same way.
-    if (devices_.areHeld() && !pointer.isButtonDown) {
-        devices_.release();
+    if (!devices_.areHeld() || pointer.isButtonDown) {
+        return;
     }
+    // Between two events, if that can be had: what comes meanwhile would be overtaken by the next.
+    constexpr int mostTries = 5;
+    if (!isQuiet() && ++noisyTries_ < mostTries) {
+        isLookDue_ = true;
+        nextLook_ = Clock::now();
+        return;
+    }
+    noisyTries_ = 0;
+    devices_.release();
+}
+
+bool HolderSession::isQuiet() {
+    connection_.sync();
+    readEarly();
+    return early_.empty();
 }
 
 void HolderSession::ensureWatchdog() {

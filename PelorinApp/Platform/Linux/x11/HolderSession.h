@@ -65,7 +65,6 @@ class HolderSession {
     [[nodiscard]] bool isArmed() const { return !armed_->empty() && geometry_ != nullptr; }
     [[nodiscard]] bool isHolding() const { return wheel_.areTaken() || devices_.areHeld(); }
     [[nodiscard]] bool isInBand(const PointerProbe::State& pointer) const;
-    [[nodiscard]] bool mayHoldDevices() const { return watchdog_ != nullptr; }
 
     void selectDeviceChanges() const;
     bool apply(HolderOrders orders);
@@ -76,6 +75,7 @@ class HolderSession {
 
     void handleEvents();
     void handleEvent(xcb_generic_event_t& event);
+    void readEarly();
     [[nodiscard]] bool isPointerTakenByOther();
     void handleExtensionEvent(const xcb_ge_generic_event_t& event);
     void panicked();
@@ -88,6 +88,7 @@ class HolderSession {
     void holdHere(const PointerProbe::State& pointer);
     void holdDevices();
     void leave(const PointerProbe::State& pointer);
+    [[nodiscard]] bool isQuiet();
 
     void ensureWatchdog();
     void tellWatchdog(bool isHolding);
@@ -116,6 +117,7 @@ class HolderSession {
     bool arePointersStale_ = true;
     bool isPanicked_ = false;
     bool isLookDue_ = false;
+    int noisyTries_ = 0;
     Clock::time_point nextLook_ = Clock::now();
     Clock::time_point nextWatchdogTry_ = Clock::now();
     std::vector<std::uint8_t> refusedWheel_;        // what stood in the way is said once per change
