@@ -22,10 +22,10 @@ std::int16_t coordinate(double value) {
     return static_cast<std::int16_t>(std::clamp<double>(value, Limits::min(), Limits::max()));
 }
 
-/// The whole part of what has come together; the rest stays.
+/// What has come together, to the nearest whole; the rest stays.
 double takeWhole(double& rest, double more) {
     rest += more;
-    const double whole = std::trunc(rest);
+    const double whole = std::round(rest);
     rest -= whole;
     return whole;
 }
@@ -66,7 +66,6 @@ void InputPoster::useDevice(xcb_input_device_id_t injected) {
         buttonMap_.assign(first,
                           first + xcb_input_get_device_button_mapping_map_length(reply.get()));
     }
-    restX_ = restY_ = 0;
 }
 
 std::uint8_t InputPoster::physical(std::uint32_t button) const {

@@ -27,7 +27,7 @@ class InputPoster {
     /// warp the pointer would otherwise warp the last device that moved it, though it is held.
     void takePointer();
 
-    /// In pixels. Fractions are kept until they make a whole one.
+    /// In pixels. Fractions are kept until they make a whole one, however long that takes.
     void moveBy(double dx, double dy);
     void moveTo(double x, double y);
 
