@@ -15,7 +15,7 @@ template <class Visit>
 void forEachAxis(const xcb_input_raw_motion_event_t& event, const Visit& visit) {
     const std::span mask(xcb_input_raw_button_press_valuator_mask(&event), event.valuators_len);
     const auto* value = xcb_input_raw_button_press_axisvalues(&event);
-    for (std::uint16_t axis = 0; axis < mask.size() * 32; ++axis) {
+    for (std::size_t axis = 0; axis < mask.size() * 32; ++axis) {
         if ((mask[axis / 32] >> (axis % 32) & 1U) != 0) {
             visit(axis, toDouble(*value++));
         }
@@ -160,7 +160,7 @@ void HeldDevices::moved(Held& held, const xcb_input_raw_motion_event_t& event) {
     double dy = 0;
     int down = 0;
     int right = 0;
-    forEachAxis(event, [&](std::uint16_t axis, double value) {
+    forEachAxis(event, [&](std::size_t axis, double value) {
         if (device.vertical && axis == device.vertical->number) {
             down = held.vertical.add(value / device.vertical->increment);
         } else if (device.horizontal && axis == device.horizontal->number) {
