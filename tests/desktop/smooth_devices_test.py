@@ -60,6 +60,20 @@ class DevicesComeAndGo(RecoveryTest):
         self.go_out_of_band()
         self.expect_it_works(self.touchpad)
 
+    def test_one_comes_scrolling(self):
+        """As a mouse does that sleeps until its wheel is turned. Its scrolling is on its way before
+        anybody has taken it, also as presses of wheel buttons; one of them held back for good would
+        be a pointer that stands still."""
+        for _ in range(15):
+            self.touchpad.disable()
+            await_taken(self.desktop, [name for name in SCROLLERS if name != "touchpad"])
+            self.touchpad.enable()
+            self.touchpad.scroll("up", 40, gap=0.002)
+            self.await_held()
+        self.expect_gestures(self.touchpad)
+        self.go_out_of_band()
+        self.expect_it_works(self.touchpad)
+
     def test_one_goes_with_a_button_down(self):
         self.press(1, self.touchpad)
         self.touchpad.disable()

@@ -96,9 +96,24 @@ void XClient::movePointer(int x, int y) const {
 
 void XClient::pressWheel(std::uint8_t button) const {
     for (const std::uint8_t type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE}) {
-        xcb_test_fake_input(connection_->get(), type, button, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        fakeButton(type, button);
     }
+}
+
+void XClient::fakeButton(std::uint8_t type, std::uint8_t button) const {
+    xcb_test_fake_input(connection_->get(), type, button, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
     xcb_flush(connection_->get());
+}
+
+bool XClient::canGrabPointer() const {
+    const XcbOwned<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(
+        connection_->get(),
+        xcb_grab_pointer(connection_->get(), 0, connection_->root(), 0, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        nullptr));
+    xcb_ungrab_pointer(connection_->get(), XCB_CURRENT_TIME);
+    connection_->sync();
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
 void XClient::pressPanicChord() const {

@@ -34,6 +34,12 @@ class XClient {
     void movePointer(int x, int y) const;
     void pressWheel(std::uint8_t button) const;
 
+    /// XCB_BUTTON_PRESS or XCB_BUTTON_RELEASE.
+    void fakeButton(std::uint8_t type, std::uint8_t button) const;
+
+    /// Whether this client could have the pointer for itself at this moment.
+    [[nodiscard]] bool canGrabPointer() const;
+
     /// All its keys down, then up.
     void pressPanicChord() const;
 

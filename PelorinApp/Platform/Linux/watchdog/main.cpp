@@ -46,6 +46,7 @@ void giveBack(xcb_connection_t* connection, std::uint32_t holder, std::uint32_t 
 
 void watch(xcb_connection_t* connection, std::uint32_t holder) {
     WatchdogMessage said;
+    std::uint32_t buttons = 0; // that were down while input was held: a release may be lost
     while (xcb_connection_has_error(connection) == 0) {
         pollfd sources[]{{socketFile, POLLIN, 0}, {xcb_get_file_descriptor(connection), POLLIN, 0}};
         const int patience = said.isHolding != 0 ? static_cast<int>(watchdogPatience.count()) : -1;
@@ -57,6 +58,7 @@ void watch(xcb_connection_t* connection, std::uint32_t holder) {
             if (recv(socketFile, &said, sizeof said, 0) != sizeof said) {
                 break; // the program has ended
             }
+            buttons = said.isHolding != 0 ? buttons | said.buttonsDown : 0;
         } else if (news == 0) {
             // The server may have kept the program waiting, as it now does with us.
             sync(connection);
@@ -66,7 +68,7 @@ void watch(xcb_connection_t* connection, std::uint32_t holder) {
         }
     }
     if (said.isHolding != 0) {
-        giveBack(connection, holder, said.buttonsDown);
+        giveBack(connection, holder, buttons);
     }
 }
 

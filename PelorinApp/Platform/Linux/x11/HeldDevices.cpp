@@ -123,11 +123,21 @@ std::vector<xcb_input_device_id_t> HeldDevices::ids() const {
     return ids;
 }
 
-HeldDevices::Held* HeldDevices::find(xcb_input_device_id_t device) {
+const HeldDevices::Held* HeldDevices::find(xcb_input_device_id_t device) const {
     const auto found = std::find_if(held_.begin(), held_.end(), [device](const Held& held) {
         return held.device.id == device;
     });
     return found == held_.end() ? nullptr : &*found;
+}
+
+HeldDevices::Held* HeldDevices::find(xcb_input_device_id_t device) {
+    return const_cast<Held*>(std::as_const(*this).find(device));
+}
+
+bool HeldDevices::areAllHeld(const PointerDevices& pointers) const {
+    return !isReleasing_ &&
+           std::all_of(pointers.scrolling.begin(), pointers.scrolling.end(),
+                       [this](const ScrollDevice& device) { return find(device.id) != nullptr; });
 }
 
 void HeldDevices::handle(const xcb_ge_generic_event_t& event) {

@@ -38,6 +38,7 @@ class HeldDevices {
     void finishRelease();
 
     [[nodiscard]] bool areHeld() const { return !held_.empty() && !isReleasing_; }
+    [[nodiscard]] bool areAllHeld(const PointerDevices& pointers) const;
     [[nodiscard]] bool isReleasing() const { return isReleasing_; }
     [[nodiscard]] std::vector<xcb_input_device_id_t> ids() const;
 
@@ -55,6 +56,7 @@ class HeldDevices {
     [[nodiscard]] Grab grab(const ScrollDevice& device) const;
     void ungrab(const Held& held) const;
     [[nodiscard]] Held* find(xcb_input_device_id_t device);
+    [[nodiscard]] const Held* find(xcb_input_device_id_t device) const;
     void moved(Held& held, const xcb_input_raw_motion_event_t& event);
     void movedTo(const Held& held, const xcb_input_motion_event_t& event);
     void buttonChanged(const xcb_input_button_press_event_t& event, bool pressed);

@@ -82,9 +82,7 @@ bool HolderSession::apply(HolderOrders orders) {
     if (orders.stop) {
         return false;
     }
-    if (orders.resume) {
-        isPanicked_ = false;
-    }
+    isPanicked_ = orders.isPanicked;
     if (orders.changed && !isPanicked_) {
         armed_ = std::move(orders.armed);
         geometry_ = std::move(orders.geometry);
@@ -134,6 +132,9 @@ void HolderSession::settleRelease() {
 }
 
 bool HolderSession::isInBand(const PointerProbe::State& pointer) const {
+    if (!pointer.isOnOurScreen) {
+        return false;
+    }
     const Point place = geometry_->toPoints(pointer.x, pointer.y);
     return std::any_of(armed_->begin(), armed_->end(),
                        [&](const ArmedAt& armedAt) { return armedAt(place, geometry_->frames()); });
@@ -208,6 +209,8 @@ void HolderSession::panicked() {
     }
     isPanicked_ = true;
     disarm();
+    xcb_ungrab_pointer(connection_.get(), XCB_CURRENT_TIME); // should a wheel's grab be active
+    xcb_flush(connection_.get());
     host_.panic();
 }
 
@@ -273,9 +276,6 @@ void HolderSession::look() {
     if (std::exchange(arePointersStale_, false)) {
         pointers_ = queryPointerDevices(connection_, devices_.ids());
         devices_.follow(pointers_);
-        if (wheel_.areTaken()) {
-            wheel_.release(); // there may be devices with axes that are not held yet
-        }
     }
     const auto pointer = probe_.look(pointers_.master);
     if (!pointer) {
@@ -291,14 +291,16 @@ void HolderSession::look() {
 void HolderSession::holdHere(const PointerProbe::State& pointer) {
     ensureWatchdog();
     tellWatchdog(true);
-    const bool hasAxes = !pointers_.scrolling.empty();
-    if (hasAxes && !pointer.isButtonDown) {
+    // Wheel buttons only while no device with axes moves the pointer by itself. They send their
+    // scrolling also as presses; a grab would catch those and wait for a release that, with the
+    // device held by then, does not come there.
+    if (wheel_.areTaken() && !devices_.areAllHeld(pointers_)) {
+        wheel_.release();
+    }
+    if (!pointers_.scrolling.empty() && !pointer.isButtonDown) {
         holdDevices();
     }
-    // Only when no device with axes moves the pointer by itself. They send their scrolling also as
-    // presses; a grab would catch those and wait for a release that, with the device held by then,
-    // does not come there.
-    if (!wheel_.areTaken() && (devices_.areHeld() || !hasAxes)) {
+    if (!wheel_.areTaken() && devices_.areAllHeld(pointers_)) {
         const auto refused = wheel_.take();
         if (refused != refusedWheel_ && !refused.empty()) {
             host_.diagnostic(refusalLine(refused));
@@ -310,6 +312,10 @@ void HolderSession::holdHere(const PointerProbe::State& pointer) {
 void HolderSession::holdDevices() {
     if (!watchdog_ || isPointerTakenByOther()) {
         letGo(); // an open menu or a locked screen: its scrolling is not ours
+        return;
+    }
+    if (wheel_.isActive()) {
+        isLookDue_ = true; // the release may be a device's own: it must come before that is taken
         return;
     }
     if (devices_.take(pointers_, watch_->lastMover())) {
@@ -330,6 +336,7 @@ void HolderSession::holdDevices() {
 }
 
 void HolderSession::leave(const PointerProbe::State& pointer) {
+    refusedSince_.reset();
     if (wheel_.areTaken()) {
         wheel_.release();
     }

@@ -30,9 +30,9 @@ using ArmedPlaces = std::vector<ArmedAt>;
 /// What the holder is to do, as the main thread last said it.
 struct HolderOrders {
     bool stop = false;
-    bool changed = false; // since they were last taken
-    bool resume = false;  // the tools are off after a panic: go by the orders again
-    bool hasTaps = false; // somebody listens, armed or not: the panic chord is on
+    bool changed = false;    // since they were last taken
+    bool isPanicked = false; // hold nothing until the tools are off
+    bool hasTaps = false;    // somebody listens, armed or not: the panic chord is on
     std::shared_ptr<const ArmedPlaces> armed = std::make_shared<ArmedPlaces>();
     X11Displays::GeometryRef geometry;
 };
@@ -63,7 +63,9 @@ class HolderSession {
     using Clock = std::chrono::steady_clock;
 
     [[nodiscard]] bool isArmed() const { return !armed_->empty() && geometry_ != nullptr; }
-    [[nodiscard]] bool isHolding() const { return wheel_.areTaken() || devices_.areHeld(); }
+    [[nodiscard]] bool isHolding() const {
+        return wheel_.areTaken() || wheel_.isActive() || devices_.areHeld();
+    }
     [[nodiscard]] bool isInBand(const PointerProbe::State& pointer) const;
 
     void selectDeviceChanges() const;

@@ -45,7 +45,7 @@ void InputHolder::setGeometry(X11Displays::GeometryRef geometry) {
 }
 
 void InputHolder::resume() {
-    order([](HolderOrders& orders) { orders.resume = true; });
+    order([](HolderOrders& orders) { orders.isPanicked = false; });
 }
 
 HolderOrders InputHolder::takeOrders() {
@@ -53,7 +53,6 @@ HolderOrders InputHolder::takeOrders() {
     const std::scoped_lock lock(mutex_);
     HolderOrders orders = orders_;
     orders_.changed = false;
-    orders_.resume = false;
     return orders;
 }
 
@@ -65,23 +64,32 @@ void InputHolder::run() {
         .takeOrders = [this] { return takeOrders(); },
         .wakeMain = listener_.wakeMain,
         .diagnostic = listener_.diagnostic,
-        .panic = listener_.panic,
+        .panic = [this] { panicked(); },
     };
-    for (bool isFirst = true;; isFirst = false) {
+    enum { working, closed, blind } last = working;
+    for (;;) {
         const auto connection = X11Connection::open();
         if (!connection) {
             break;
         }
-        if (!isFirst) {
+        if (last == closed) {
             // The watchdog does this to a program that was stopped; another program may, too.
             listener_.diagnostic(
                 "⚠️ The X server closed the connection that holds input, and all "
                 "was let go of; edge gestures work again");
+        }
+        if (last != working) {
             order([](HolderOrders&) {}); // the next session has yet to hear of them
         }
         const auto start = std::chrono::steady_clock::now();
         if (HolderSession(*connection, host).run()) {
             return;
+        }
+        if (connection->isBroken()) {
+            last = closed;
+        } else if (std::exchange(last, blind) != blind) {
+            listener_.diagnostic("⚠️ The X server does not let the pointer be followed; trying "
+                                 "again");
         }
         if (std::chrono::steady_clock::now() - start < shortLife && !pause()) {
             return;
@@ -91,6 +99,14 @@ void InputHolder::run() {
     if (!orders_.stop) {
         listener_.lost();
     }
+}
+
+void InputHolder::panicked() {
+    {
+        const std::scoped_lock lock(mutex_);
+        orders_.isPanicked = true;
+    }
+    listener_.panic();
 }
 
 /// False when told to stop meanwhile.

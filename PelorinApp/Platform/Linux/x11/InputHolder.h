@@ -46,6 +46,7 @@ class InputHolder {
 
   private:
     void run();
+    void panicked();
     bool pause();
     HolderOrders takeOrders();
     template <class Change>

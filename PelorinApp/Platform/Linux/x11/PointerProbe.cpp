@@ -37,7 +37,8 @@ std::optional<PointerProbe::State> PointerProbe::look(xcb_input_device_id_t mast
         down |= i == 0 ? buttons[i] & ~wheelButtonBits() : buttons[i];
     }
     constexpr double fractions = 65536;
-    return State{reply->root_x / fractions, reply->root_y / fractions, down != 0};
+    return State{reply->root_x / fractions, reply->root_y / fractions, down != 0,
+                 reply->same_screen != 0};
 }
 
 bool PointerProbe::isGrabbed(xcb_input_device_id_t master) const {

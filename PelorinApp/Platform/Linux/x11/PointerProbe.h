@@ -17,6 +17,7 @@ class PointerProbe {
         double x = 0; // pixels
         double y = 0;
         bool isButtonDown = false; // any but the wheel's
+        bool isOnOurScreen = true; // there may be X screens beside ours, with roots of their own
     };
 
     /// Nothing when the server does not answer.

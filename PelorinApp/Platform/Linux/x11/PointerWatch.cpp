@@ -88,6 +88,9 @@ bool PointerWatch::drainRaw() {
 
 bool PointerWatch::drainRecord() {
     bool moved = false;
+    // Of changes of the keyboard every client is told.
+    while (record_ && XcbOwned<xcb_generic_event_t>(xcb_poll_for_event(record_->get()))) {
+    }
     while (record_) {
         void* reply = nullptr;
         xcb_generic_error_t* error = nullptr;

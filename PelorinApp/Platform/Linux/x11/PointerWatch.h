@@ -33,7 +33,9 @@ class PointerWatch {
     /// The device that moved the pointer last; 0 when none has yet.
     [[nodiscard]] std::uint16_t lastMover() const { return lastMover_; }
 
-    [[nodiscard]] bool isBroken() const { return raw_->isBroken(); }
+    [[nodiscard]] bool isBroken() const {
+        return raw_->isBroken() || (record_ && record_->isBroken());
+    }
 
   private:
     explicit PointerWatch(std::unique_ptr<X11Connection> raw) : raw_(std::move(raw)) {}

@@ -24,10 +24,13 @@ TapExchange::Question TapExchange::take(ScrollNotch& notch) {
 
 bool TapExchange::answer(Verdict verdict) {
     const std::scoped_lock lock(mutex_);
-    const bool inTime = std::exchange(state_, State::idle) == State::taken;
+    const bool inTime = state_ == State::taken;
     if (inTime) {
         verdict_ = verdict;
         answered_.notify_one();
+    }
+    if (inTime || state_ == State::expired) {
+        state_ = State::idle; // else somebody has asked anew meanwhile, which is yet to be seen
     }
     return inTime;
 }

@@ -190,6 +190,8 @@ void X11EventServices::answerHolder() {
         if (!exchange_.answer(verdict)) {
             if (const auto late = asked_.lock()) {
                 switchOff(*late);
+            } else {
+                publishTaps(); // the holder has let go of everything, and waits to hear of the taps
             }
         }
         break;

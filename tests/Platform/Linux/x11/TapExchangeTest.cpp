@@ -79,5 +79,25 @@ TEST(TapExchange, NoQuestionNoAnswer) {
     EXPECT_FALSE(exchange.isAwaited());
 }
 
+TEST(TapExchange, LateAnswerLeavesTheNextQuestionOpen) {
+    TapExchange exchange(1ms);
+    bool timedOut = false;
+    ScrollNotch notch;
+    (void)exchange.ask(
+        notchOfButton(4, {}), timedOut, [&] { exchange.take(notch); }, idle);
+    Question seen = Question::none;
+    const Verdict verdict = exchange.ask(
+        notchOfButton(5, {}), timedOut,
+        [&] {
+            EXPECT_FALSE(exchange.answer(Verdict::consume)) << "that was for the first one";
+            seen = exchange.take(notch);
+            EXPECT_TRUE(exchange.answer(Verdict::pass));
+        },
+        idle);
+    EXPECT_EQ(seen, Question::open);
+    EXPECT_EQ(buttonOfNotch(notch), 5);
+    EXPECT_EQ(verdict, Verdict::pass);
+}
+
 } // namespace
 } // namespace quillon

@@ -91,6 +91,17 @@ TEST_F(WatchdogTest, LetsGoOfButtonsThatWerePosted) {
     EXPECT_TRUE(waitUntil([&] { return !eye.look(pointer)->isButtonDown; }));
 }
 
+TEST_F(WatchdogTest, LetsGoAlsoOfButtonsWhoseReleaseWasLost) {
+    xcb_test_fake_input(judge->get(), XCB_BUTTON_PRESS, 1, 0, XCB_NONE, 0, 0, 0);
+    judge->sync();
+    const auto watchdog = start();
+    ASSERT_TRUE(watchdog);
+    ASSERT_TRUE(watchdog->tell({1, 1U << 1}));
+    ASSERT_TRUE(watchdog->tell({1, 0})); // the release itself was still to be sent
+    constexpr xcb_input_device_id_t pointer = 2;
+    EXPECT_TRUE(waitUntil([&] { return !eye.look(pointer)->isButtonDown; }));
+}
+
 TEST_F(WatchdogTest, IsMissedWhenItIsNotThere) {
     EXPECT_FALSE(start("/nonexistent/quillon-watchdog"));
     EXPECT_FALSE(start("/bin/true")) << "ends without a word";

@@ -280,6 +280,18 @@ TEST_F(X11EventServicesTest, PanicChordGivesEverythingBackAtOnce) {
     EXPECT_TRUE(waitUntilHeld()) << "a tool that is switched on works";
 }
 
+TEST_F(X11EventServicesTest, PanicChordEndsTheGrabOfAWheelThatIsStillDown) {
+    client.movePointer(10, 400);
+    Probe probe;
+    const auto made = tap(probe);
+    ASSERT_TRUE(waitUntilHeld());
+    client.fakeButton(XCB_BUTTON_PRESS, 4);
+    ASSERT_TRUE(waitUntil([&] { return probe.deltas.size() == 1; }));
+    ASSERT_FALSE(client.canGrabPointer());
+    client.pressPanicChord();
+    EXPECT_TRUE(waitUntil([&] { return client.canGrabPointer(); }));
+}
+
 TEST_F(X11EventServicesTest, PanicChordIsFreeWhenThereIsNoTap) {
     Probe probe;
     EXPECT_TRUE(client.canGrabPanicChord());
