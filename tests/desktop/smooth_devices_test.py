@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Devices with scroll axes come and go while others are held."""
 
+import concurrent.futures
 import unittest
 
 from device_desktop import CENTRE, SCROLLERS
@@ -64,12 +65,16 @@ class DevicesComeAndGo(RecoveryTest):
         """As a mouse does that sleeps until its wheel is turned. Its scrolling is on its way before
         anybody has taken it, also as presses of wheel buttons; one of them held back for good would
         be a pointer that stands still."""
-        for _ in range(15):
-            self.touchpad.disable()
-            await_taken(self.desktop, [name for name in SCROLLERS if name != "touchpad"])
-            self.touchpad.enable()
-            self.touchpad.scroll("up", 40, gap=0.002)
-            self.await_held()
+        with concurrent.futures.ThreadPoolExecutor(1) as other_hand:
+            for _ in range(30):
+                self.touchpad.disable()
+                await_taken(self.desktop, [name for name in SCROLLERS if name != "touchpad"])
+                # Another device keeps the program busy meanwhile.
+                other = other_hand.submit(self.second_mouse.scroll, "up", 60, gap=0.001)
+                self.touchpad.enable()
+                self.touchpad.scroll("up", 40, gap=0.001)
+                other.result()
+                self.await_held()
         self.expect_gestures(self.touchpad)
         self.go_out_of_band()
         self.expect_it_works(self.touchpad)
