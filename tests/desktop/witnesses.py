@@ -81,10 +81,10 @@ class Injector:
     def move(self, x: int, y: int) -> None:
         self._do(f"move {x} {y}")
 
-    def scroll(self, direction: str, notches: int) -> None:
-        """As fast as can be."""
+    def scroll(self, direction: str, notches: int, gap=SHORTEST_GAP) -> None:
+        """As fast as can be, if no gap is given."""
         for _ in range(notches):
-            time.sleep(max(0, self._last_notch + self.SHORTEST_GAP - time.monotonic()))
+            time.sleep(max(0, self._last_notch + gap - time.monotonic()))
             self._do(f"wheel {BUTTONS[direction]} 1 1")
             self._last_notch = time.monotonic()
 
