@@ -8,6 +8,7 @@ import socket
 import struct
 import time
 
+from pace import await_turn
 from witnesses import X11_PROBE, Failed, parts, wait_until
 
 # The axes, and by how much one of them changes with a notch. Down and right are positive.
@@ -54,7 +55,7 @@ class Device:
     def repeat(self, messages: list[bytes], count: int, gap: float) -> None:
         start = time.monotonic()
         for number in range(count):
-            time.sleep(max(0.0, start + number * gap - time.monotonic()))
+            await_turn(start + number * gap, self._socket, self.name)
             for message in messages:
                 self._send(message)
         self.sync()

@@ -6,9 +6,8 @@ import time
 import unittest
 
 from quillon_desktop import BAND, DesktopTest, ProgramTest
-from witnesses import (DesktopHistory, Injector, PrivateDesktop, await_idle, await_wheel,
-                       write_settings)
-from x_servers import Relay, free_display, start_server, stop_server
+from witnesses import Injector, PrivateDesktop, await_idle, await_wheel, write_settings
+from x_servers import Relay, expect_gestures_on_a_new_server, free_display, stop_server
 
 NO_SERVER = "No X server to be reached"
 SERVER_GONE = "The X server is gone"
@@ -72,15 +71,7 @@ class NoServer(DesktopTest):
         stop_server(self.desktop)
         quillon = self.start_quillon("Left")
         quillon.wait_for_line(NO_SERVER)
-        start_server(self.desktop)
-        self.desktop.start_window_manager("openbox")
-        quillon.wait_for_line("The X server grants input control")
-        injector, history = Injector(self.desktop), DesktopHistory(self.desktop)
-        history.go_to(2)
-        injector.move(BAND // 2, 400)
-        await_wheel(self.desktop, "taken")
-        injector.scroll("up", 4)
-        history.expect(1)
+        expect_gestures_on_a_new_server(quillon, self.desktop)
 
 
 if __name__ == "__main__":

@@ -19,9 +19,10 @@ class PointerWatch(GestureTest):
             await_idle(quillon.process)
             self.injector.quietly(f"move {BAND // 2} {HEIGHT // 4}")
             await_idle(quillon.process)
-            self.injector.quietly("wheel 4 4 20")
+            self.injector.quietly("wheel 4 1")
+            self.injector.scroll("up", 3)
             self.history.expect(1)
-            self.injector.quietly("wheel 5 4 20")
+            self.injector.scroll("down", 4)
             self.history.expect(2)
 
     def test_other_programs_use_the_server_meanwhile(self):

@@ -72,10 +72,8 @@ class SmoothBand(DeviceTest):
     def test_devices_without_axes_at_the_same_time(self):
         self.have_a_long_row()
         self.enter()
-        # While a button of theirs waits for its answer behind the other device's notches, the server
-        # loses what is injected: so they are no faster than a quick finger.
-        self.at_once(lambda: self.mouse.scroll("down", 160, gap=0.005),
-                     lambda: self.injector.scroll("down", 40, gap=0.02))
+        self.at_once(lambda: self.mouse.scroll("down", 100, gap=0.005),
+                     lambda: self.injector.scroll("down", 100))
         self.expect_changes(50, last=50)
         # A grab of buttons, which is how such wheels are held, takes the pointer away for a moment.
         received = gathered(self.clients["GTK 3"].received())

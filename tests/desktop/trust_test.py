@@ -8,9 +8,8 @@ import time
 import unittest
 
 from quillon_desktop import BAND, DesktopTest
-from witnesses import (QUILLON, DesktopHistory, Injector, await_wheel, wheel_is_free,
-                       write_settings)
-from x_servers import Relay, free_display, start_server, stop_server
+from witnesses import QUILLON, wheel_is_free, write_settings
+from x_servers import Relay, expect_gestures_on_a_new_server, free_display, stop_server
 
 DENIES_TRUST = ("-extension", "XTEST")
 DENIAL = "does not grant input control"
@@ -61,15 +60,7 @@ class TrustArrives(DesktopTest):
         quillon = self.start_quillon("Left")
         quillon.wait_for_line(DENIAL)
         stop_server(self.desktop)
-        start_server(self.desktop)
-        self.desktop.start_window_manager("openbox")
-        quillon.wait_for_line("The X server grants input control")
-        injector, history = Injector(self.desktop), DesktopHistory(self.desktop)
-        history.go_to(2)
-        injector.move(BAND // 2, 400)
-        await_wheel(self.desktop, "taken")
-        injector.scroll("up", 4)
-        history.expect(1)
+        expect_gestures_on_a_new_server(quillon, self.desktop)
 
 
 if __name__ == "__main__":

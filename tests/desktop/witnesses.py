@@ -69,24 +69,16 @@ def await_idle(process: subprocess.Popen, limit=10.0) -> None:
 class Injector:
     """A hand at the mouse. Each of its calls returns when the X server has done it."""
 
-    # Faster than any hand. The X server itself loses some of the notches that are injected while a
-    # grab is frozen, which on a busy machine can take milliseconds.
-    SHORTEST_GAP = 0.005
-
     def __init__(self, desktop):
         self._process = desktop.start("injector", [X11_PROBE, "inject"], text=True,
                                       stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self._last_notch = 0.0
 
     def move(self, x: int, y: int) -> None:
         self._do(f"move {x} {y}")
 
-    def scroll(self, direction: str, notches: int, gap=SHORTEST_GAP) -> None:
-        """As fast as can be, if no gap is given."""
-        for _ in range(notches):
-            time.sleep(max(0, self._last_notch + gap - time.monotonic()))
-            self._do(f"wheel {BUTTONS[direction]} 1 1")
-            self._last_notch = time.monotonic()
+    def scroll(self, direction: str, notches: int) -> None:
+        """As fast as each of them is dealt with."""
+        self._do(f"wheel {BUTTONS[direction]} {notches}")
 
     def press(self, button: int) -> None:
         self._do(f"press {button}")

@@ -8,7 +8,7 @@ import socket
 import threading
 import time
 
-from witnesses import Failed, wait_until
+from witnesses import DesktopHistory, Failed, Injector, await_wheel, wait_until
 
 _candidates = itertools.count(1000 + os.getpid() % 20000)
 
@@ -41,6 +41,19 @@ def start_server(desktop, *arguments) -> None:
         except Failed:
             return False
     desktop.wait_for(desktop.server, answers, "a server that answers")
+
+
+def expect_gestures_on_a_new_server(quillon, desktop) -> None:
+    """The program finds the server that starts now, and works there."""
+    start_server(desktop)
+    desktop.start_window_manager("openbox")
+    quillon.wait_for_line("The X server grants input control")
+    injector, history = Injector(desktop), DesktopHistory(desktop)
+    history.go_to(2)
+    injector.move(5, 400)
+    await_wheel(desktop, "taken")
+    injector.scroll("up", 4)
+    history.expect(1)
 
 
 class Relay:

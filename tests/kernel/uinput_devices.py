@@ -8,6 +8,7 @@ import pathlib
 import struct
 import time
 
+from pace import await_turn
 from witnesses import wait_until
 
 # An emulated processor is as much slower; motion is paced so that a mouse seems no faster to it
@@ -135,7 +136,7 @@ class Device:
         self.release(button)
 
     def _change(self, button: int, down: bool) -> None:
-        time.sleep(max(0.0, self._changed.get(button, 0.0) + self.BOUNCE - time.monotonic()))
+        await_turn(self._changed.get(button, 0.0) + self.BOUNCE, self._file, self.name)
         raw, key = self._desktop.raw_events, (self.number, button, down)
         before = raw.buttons[key]
         self._send((EV_KEY, BUTTONS[button], down))
@@ -171,7 +172,7 @@ class Device:
         """At a steady pace, unless the X server is late."""
         start, gone = time.monotonic(), collections.Counter()
         for number, (events, effect) in enumerate(reports):
-            time.sleep(max(0.0, start + number * gap - time.monotonic()))
+            await_turn(start + number * gap, self._file, self.name)
             self._send(*events)
             for axis, value in effect.items():
                 self._sent[axis] += value
@@ -304,11 +305,12 @@ class Touchpad(Device):
 
     def _report(self, *events) -> None:
         (_, _, x), (_, _, y) = self._place(0)
+        await_turn(self._reported + self.REPORT, self._file, self.name)
         self._send(*events, (EV_ABS, ABS_X, x), (EV_ABS, ABS_Y, y))
-        time.sleep(self.REPORT)
+        self._reported = time.monotonic()
 
     def _describe(self) -> None:
-        self._touches = 0
+        self._touches, self._reported = 0, 0.0
         width, height = self.WIDTH * self.UNITS, self.HEIGHT * self.UNITS
         self._declare(
             BUS_I2C, {EV_KEY: [BTN_LEFT, BTN_TOUCH, *self.TOOLS[1:]]},

@@ -51,20 +51,27 @@ int listGrabs(const Display& display) {
     return 0;
 }
 
-int listButtonsDown(const Display& display) {
+std::vector<std::uint32_t> buttonsDown(const Display& display) {
     constexpr std::uint16_t masterPointer = 2; // which a server always has
-    const bool hasExtension = hasInputExtension(display);
     const Owned<xcb_input_xi_query_pointer_reply_t> reply(xcb_input_xi_query_pointer_reply(
         display.connection,
         xcb_input_xi_query_pointer(display.connection, display.root, masterPointer), nullptr));
-    if (!hasExtension || !reply) {
+    if (!reply || reply->buttons_len == 0) {
+        return {0};
+    }
+    const auto* buttons = xcb_input_xi_query_pointer_buttons(reply.get());
+    return {buttons, buttons + reply->buttons_len};
+}
+
+int listButtonsDown(const Display& display) {
+    if (!hasInputExtension(display)) {
         std::fputs("x11_probe: this display has no input extension\n", stderr);
         return 1;
     }
-    const auto* buttons = xcb_input_xi_query_pointer_buttons(reply.get());
-    for (std::uint32_t button = 1; button < reply->buttons_len * 32U; ++button) {
+    const auto buttons = buttonsDown(display);
+    for (std::size_t button = 1; button < buttons.size() * 32; ++button) {
         if ((buttons[button / 32] >> (button % 32) & 1U) != 0) {
-            std::printf("%u\n", button);
+            std::printf("%zu\n", button);
         }
     }
     return 0;

@@ -1,11 +1,9 @@
 #include "Probe.h"
 
-#include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <sstream>
 #include <string>
-#include <thread>
 
 #include <xcb/xtest.h>
 
@@ -13,8 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// A server loses some of the events that come closer together while a grab is frozen.
-constexpr std::chrono::milliseconds leastGap{1};
+constexpr std::chrono::seconds patience{10};
 
 class Injector {
   public:
@@ -22,7 +19,6 @@ class Injector {
 
     /// Carries out one line; false if it is not understood.
     bool obey(const std::string& line) {
-        std::this_thread::sleep_until(last_ + leastGap);
         std::istringstream words(line);
         std::string command;
         words >> command;
@@ -34,13 +30,14 @@ class Injector {
         int y = 0;
         int button = 0;
         int count = 0;
-        double gap = 0;
         if (command == "move" && words >> x >> y) {
             fake(XCB_MOTION_NOTIFY, 0, x, y);
         } else if (command == "nudge" && words >> x >> y) {
             fake(XCB_MOTION_NOTIFY, 1, x, y);
-        } else if (command == "wheel" && words >> button >> count >> gap) {
-            wheel(button, count, std::chrono::duration<double, std::milli>(gap));
+        } else if (command == "wheel" && words >> button >> count) {
+            if (!wheel(button, count, quietly)) {
+                return false;
+            }
         } else if (command == "press" && words >> button) {
             fake(XCB_BUTTON_PRESS, button, 0, 0);
         } else if (command == "release" && words >> button) {
@@ -64,19 +61,32 @@ class Injector {
                             static_cast<std::uint8_t>(detail), XCB_CURRENT_TIME, XCB_NONE,
                             static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
         xcb_flush(display_.connection);
-        last_ = Clock::now();
     }
 
-    /// Notches at a steady pace, each a press and a release at once, as mice send them.
-    void wheel(int button, int count, std::chrono::duration<double, std::milli> gap) {
-        const auto start = Clock::now();
-        const auto pace =
-            std::max(std::chrono::duration_cast<Clock::duration>(gap), Clock::duration(leastGap));
+    /// Notches, each a press and a release at once, as mice send them, and each when the one before
+    /// has been dealt with: while somebody makes up his mind about one, a server loses some of
+    /// those that come.
+    bool wheel(int button, int count, bool quietly) {
         for (int notch = 0; notch < count; ++notch) {
-            std::this_thread::sleep_until(start + notch * pace);
+            if (!quietly && !awaitWheelUp()) {
+                return false;
+            }
             fake(XCB_BUTTON_PRESS, button, 0, 0);
             fake(XCB_BUTTON_RELEASE, button, 0, 0);
         }
+        return quietly || awaitWheelUp();
+    }
+
+    /// The release of a wheel button comes through when its press has been dealt with.
+    bool awaitWheelUp() {
+        constexpr std::uint32_t wheel = 0xF0; // the buttons 4 to 7
+        const auto limit = Clock::now() + patience;
+        while ((buttonsDown(display_).at(0) & wheel) != 0) {
+            if (Clock::now() > limit) {
+                return false;
+            }
+        }
+        return true;
     }
 
     /// A round trip, after which the server has carried out what was sent. Its reply also makes
@@ -87,7 +97,6 @@ class Injector {
     }
 
     Display display_;
-    Clock::time_point last_;
 };
 
 bool hasXTest(const Display& display) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -33,6 +34,9 @@ inline std::uint8_t wheelPress(const xcb_generic_event_t& event) {
     const auto button = reinterpret_cast<const xcb_button_press_event_t&>(event).detail;
     return button >= 4 && button <= 7 ? button : 0;
 }
+
+/// A bit for each button of the pointer; all are up where nobody can say.
+std::vector<std::uint32_t> buttonsDown(const Display& display);
 
 int canGrab(const Display& display);
 int holdWheel(const Display& display);

@@ -17,7 +17,7 @@ constexpr const char* usage = R"(usage: x11_probe COMMAND
   connections PID    a resource of each of the X connections of a process
   kill RESOURCE      has the server close the connection that it belongs to
   inject             reads commands, a line each, and answers "ok" when the server has done it:
-                       move X Y | nudge DX DY | wheel BUTTON COUNT GAP_MS
+                       move X Y | nudge DX DY | wheel BUTTON COUNT
                        press BUTTON | release BUTTON | sync
                        quietly COMMAND...   "ok" when it is sent; like a device, it gives the
                                             server no reason to write to any client

@@ -69,8 +69,6 @@ class WriterProgram {
         return 0;
     }
 
-    void kill() { ::kill(pid_, SIGKILL); }
-
     /// Waits for the program's end and answers its status.
     int wait() {
         int status = 0;

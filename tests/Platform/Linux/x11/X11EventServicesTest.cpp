@@ -84,6 +84,14 @@ struct X11EventServicesTest : testing::Test {
         return made;
     }
 
+    /// A tap in whose band the pointer is, once the wheel is held.
+    EventTapRef heldTap(Probe& probe) {
+        client.movePointer(10, 400);
+        auto made = tap(probe);
+        EXPECT_TRUE(waitUntilHeld());
+        return made;
+    }
+
     bool waitUntilHeld() {
         return waitUntil([this] { return !client.canGrabWheel(); });
     }
@@ -127,10 +135,8 @@ TEST_F(X11EventServicesTest, HoldsAtOnceWhenThePointerIsThereAlready) {
 }
 
 TEST_F(X11EventServicesTest, ConsumesWithTheFieldsOfEachButton) {
-    client.movePointer(10, 400);
     Probe probe;
-    const auto made = tap(probe);
-    ASSERT_TRUE(waitUntilHeld());
+    const auto made = heldTap(probe);
     const std::vector<std::pair<std::uint8_t, std::pair<double, double>>> rows{
         {4, {1, 0}}, {5, {-1, 0}}, {6, {0, -1}}, {7, {0, 1}}};
     for (const auto& [button, deltas] : rows) {
@@ -145,10 +151,8 @@ TEST_F(X11EventServicesTest, ConsumesWithTheFieldsOfEachButton) {
 }
 
 TEST_F(X11EventServicesTest, PassesExactlyOnce) {
-    client.movePointer(10, 400);
     Probe probe{.consumes = false};
-    const auto made = tap(probe);
-    ASSERT_TRUE(waitUntilHeld());
+    const auto made = heldTap(probe);
     for (int i = 1; i <= 20; ++i) {
         client.pressWheel(4);
         ASSERT_TRUE(waitUntil([&] { return client.wheelPresses() >= i; }));
@@ -172,10 +176,8 @@ TEST_F(X11EventServicesTest, NewestTapRunsFirst) {
 }
 
 TEST_F(X11EventServicesTest, TapThatAnswersTooLateIsDisabledAndToldSo) {
-    client.movePointer(10, 400);
     Probe probe;
-    const auto made = tap(probe);
-    ASSERT_TRUE(waitUntilHeld());
+    const auto made = heldTap(probe);
     // The callback does not return before the other program has got the scroll all the same.
     bool passed = false;
     probe.meanwhile = [&] {
@@ -201,10 +203,8 @@ TEST_F(X11EventServicesTest, TapThatAnswersTooLateIsDisabledAndToldSo) {
 }
 
 TEST_F(X11EventServicesTest, BusyMainThreadCostsNoScroll) {
-    client.movePointer(10, 400);
     Probe probe;
-    const auto made = tap(probe);
-    ASSERT_TRUE(waitUntilHeld());
+    const auto made = heldTap(probe);
     client.pressWheel(4);
     // This thread is the main one, and it does not look at its events now.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
@@ -255,10 +255,8 @@ TEST_F(X11EventServicesTest, ServerThatDiesIsNoticedAndTakesTheTaps) {
 }
 
 TEST_F(X11EventServicesTest, PanicChordGivesEverythingBackAtOnce) {
-    client.movePointer(10, 400);
     Probe probe;
-    auto made = tap(probe);
-    ASSERT_TRUE(waitUntilHeld());
+    auto made = heldTap(probe);
     int panics = 0;
     events.setPanicHandler([&] {
         ++panics;
@@ -281,10 +279,8 @@ TEST_F(X11EventServicesTest, PanicChordGivesEverythingBackAtOnce) {
 }
 
 TEST_F(X11EventServicesTest, PanicChordEndsTheGrabOfAWheelThatIsStillDown) {
-    client.movePointer(10, 400);
     Probe probe;
-    const auto made = tap(probe);
-    ASSERT_TRUE(waitUntilHeld());
+    const auto made = heldTap(probe);
     client.fakeButton(XCB_BUTTON_PRESS, 4);
     ASSERT_TRUE(waitUntil([&] { return probe.deltas.size() == 1; }));
     ASSERT_FALSE(client.canGrabPointer());
