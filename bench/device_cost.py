@@ -17,6 +17,7 @@ os.environ.setdefault("X11_PROBE", str(BUILD / "tests/desktop/clients/x11_probe"
 
 from desktop import Failed, Interrupted, PrivateDesktop  # noqa: E402
 from devices import Device, await_taken  # noqa: E402
+from process_facts import children, processor_time  # noqa: E402
 from witnesses import QUILLON, write_settings  # noqa: E402
 
 ROUNDS = 3
@@ -25,20 +26,8 @@ OUTSIDE, IN_BAND = (640, 400), (20, 400)
 DEVICES = ("mouse", "second mouse", "touchpad")
 
 
-def family(process) -> list[int]:
-    """The process and its children."""
-    children = pathlib.Path(f"/proc/{process.pid}/task/{process.pid}/children")
-    threads = pathlib.Path(f"/proc/{process.pid}/task").iterdir()
-    return [process.pid] + [int(child) for thread in threads
-                            for child in (thread / children.name).read_text().split()]
-
-
-def seconds_used(processes: list[int]) -> float:
-    ticks = 0
-    for process in processes:
-        fields = pathlib.Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()
-        ticks += int(fields[11]) + int(fields[12])
-    return ticks / os.sysconf("SC_CLK_TCK")
+def seconds_used(processes) -> float:
+    return sum(map(processor_time, processes))
 
 
 def measure(desktop, mouse, place, quillon=None) -> tuple[float, float]:
@@ -47,7 +36,7 @@ def measure(desktop, mouse, place, quillon=None) -> tuple[float, float]:
     mouse.move(1, 0)
     if quillon:
         await_taken(desktop, DEVICES if place == IN_BAND else ())
-    ours = family(quillon) if quillon else []
+    ours = [quillon.pid, *children(quillon.pid)] if quillon else []
     before = seconds_used([desktop.server.pid]), seconds_used(ours)
     for _ in range(SECONDS * RATE // 20):
         mouse.glide(0, 1, 10, 1 / RATE)

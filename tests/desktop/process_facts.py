@@ -34,3 +34,9 @@ def is_alive(pid: int) -> bool:
 def private_memory(pid: int) -> int:
     """Bytes that are its own. What it shares counts for more or less as others come and go."""
     return 1024 * int(status(pid, "RssAnon").split()[0])
+
+
+def processor_time(pid: int) -> float:
+    """Seconds that it has used."""
+    fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")

@@ -7,18 +7,13 @@ namespace quillon {
 namespace {
 
 std::filesystem::path installedOrBeside(std::string_view folder, std::string_view name) {
-    const auto beside = programFolder();
-    const auto installed = beside / folder / name;
     std::error_code failed;
+    const auto beside = std::filesystem::read_symlink("/proc/self/exe", failed).parent_path();
+    const auto installed = beside / folder / name;
     return std::filesystem::exists(installed, failed) ? installed : beside / name;
 }
 
 } // namespace
-
-std::filesystem::path programFolder() {
-    std::error_code failed;
-    return std::filesystem::read_symlink("/proc/self/exe", failed).parent_path();
-}
 
 std::filesystem::path helperProgram(std::string_view name) {
     return installedOrBeside("../libexec/quillon", name);

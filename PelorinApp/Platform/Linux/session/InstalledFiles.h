@@ -5,9 +5,6 @@
 
 namespace quillon {
 
-/// Where the program itself lies.
-[[nodiscard]] std::filesystem::path programFolder();
-
 /// A program that this one starts: where programs of that kind are installed, or else beside this
 /// one, as a build leaves them.
 [[nodiscard]] std::filesystem::path helperProgram(std::string_view name);

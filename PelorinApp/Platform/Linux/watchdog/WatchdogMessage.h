@@ -9,6 +9,8 @@ namespace quillon {
 struct WatchdogMessage {
     std::uint32_t isHolding = 0;
     std::uint32_t buttonsDown = 0; // posted on behalf of held devices; a bit for each
+
+    bool operator==(const WatchdogMessage&) const = default;
 };
 
 /// The byte with which the watchdog answers once, when it is ready to intervene.

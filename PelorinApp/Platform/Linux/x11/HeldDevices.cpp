@@ -123,21 +123,20 @@ std::vector<xcb_input_device_id_t> HeldDevices::ids() const {
     return ids;
 }
 
-const HeldDevices::Held* HeldDevices::find(xcb_input_device_id_t device) const {
+HeldDevices::Held* HeldDevices::find(xcb_input_device_id_t device) {
     const auto found = std::find_if(held_.begin(), held_.end(), [device](const Held& held) {
         return held.device.id == device;
     });
     return found == held_.end() ? nullptr : &*found;
 }
 
-HeldDevices::Held* HeldDevices::find(xcb_input_device_id_t device) {
-    return const_cast<Held*>(std::as_const(*this).find(device));
-}
-
 bool HeldDevices::areAllHeld(const PointerDevices& pointers) const {
+    const auto isHeld = [this](const ScrollDevice& device) {
+        return std::any_of(held_.begin(), held_.end(),
+                           [&](const Held& held) { return held.device.id == device.id; });
+    };
     return !isReleasing_ &&
-           std::all_of(pointers.scrolling.begin(), pointers.scrolling.end(),
-                       [this](const ScrollDevice& device) { return find(device.id) != nullptr; });
+           std::all_of(pointers.scrolling.begin(), pointers.scrolling.end(), isHeld);
 }
 
 void HeldDevices::handle(const xcb_ge_generic_event_t& event) {

@@ -56,7 +56,6 @@ class HeldDevices {
     [[nodiscard]] Grab grab(const ScrollDevice& device) const;
     void ungrab(const Held& held) const;
     [[nodiscard]] Held* find(xcb_input_device_id_t device);
-    [[nodiscard]] const Held* find(xcb_input_device_id_t device) const;
     void moved(Held& held, const xcb_input_raw_motion_event_t& event);
     void movedTo(const Held& held, const xcb_input_motion_event_t& event);
     void buttonChanged(const xcb_input_button_press_event_t& event, bool pressed);

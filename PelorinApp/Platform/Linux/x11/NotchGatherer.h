@@ -31,8 +31,6 @@ class NotchGatherer {
         return static_cast<int>(whole);
     }
 
-    void reset() { gathered_ = 0; }
-
   private:
     /// No hand turns a wheel further between two reports of it.
     static constexpr double mostAtOnce = 100;

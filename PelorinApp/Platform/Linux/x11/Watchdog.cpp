@@ -50,10 +50,6 @@ pid_t spawn(const std::string& program, int socket, xcb_window_t window) {
     return process;
 }
 
-bool same(const WatchdogMessage& a, const WatchdogMessage& b) {
-    return a.isHolding == b.isHolding && a.buttonsDown == b.buttonsDown;
-}
-
 } // namespace
 
 std::unique_ptr<Watchdog> Watchdog::start(const std::filesystem::path& program,
@@ -90,7 +86,7 @@ Watchdog::~Watchdog() {
 
 bool Watchdog::tell(const WatchdogMessage& message) {
     const auto now = Clock::now();
-    if (same(message, said_) && now < nextTell()) {
+    if (message == said_ && now < nextTell()) {
         return true;
     }
     said_ = message;

@@ -43,13 +43,6 @@ TEST(NotchGatherer, TurningRoundDropsTheRest) {
     EXPECT_EQ(gatherer.add(-0.1), -1);
 }
 
-TEST(NotchGatherer, ResetForgetsTheRest) {
-    NotchGatherer gatherer;
-    gatherer.add(0.9);
-    gatherer.reset();
-    EXPECT_EQ(gatherer.add(0.1), 0);
-}
-
 TEST(NotchGatherer, WhatNoWheelReportsDoesNoHarm) {
     using Limits = std::numeric_limits<double>;
     NotchGatherer gatherer;
