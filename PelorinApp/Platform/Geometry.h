@@ -12,6 +12,13 @@ struct Point {
     bool operator==(const Point&) const = default;
 };
 
+/// In points.
+struct Size {
+    double width = 0;
+    double height = 0;
+    bool operator==(const Size&) const = default;
+};
+
 /// A rectangle in points, (x, y) being its bottom left corner.
 struct Rect {
     double x = 0;
