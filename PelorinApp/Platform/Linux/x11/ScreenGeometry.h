@@ -27,6 +27,9 @@ class ScreenGeometry {
     [[nodiscard]] Point toPoints(std::int32_t x, std::int32_t y) const;
     [[nodiscard]] std::span<const Rect> frames() const { return frames_; }
 
+    /// Pixels per point.
+    [[nodiscard]] double scale() const { return scale_; }
+
     bool operator==(const ScreenGeometry& other) const {
         return monitors_ == other.monitors_ && scale_ == other.scale_;
     }

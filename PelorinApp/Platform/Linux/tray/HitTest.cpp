@@ -1,0 +1,32 @@
+#include "Platform/Linux/tray/HitTest.h"
+
+#include <ranges>
+
+namespace quillon {
+
+namespace {
+
+/// From the top left corner, where y grows downward: both upper and left edges belong to it.
+bool contains(const Rect& frame, Point place) {
+    return place.x >= frame.x && place.x < frame.x + frame.width && place.y >= frame.y &&
+           place.y < frame.y + frame.height;
+}
+
+} // namespace
+
+std::shared_ptr<Button> buttonAt(const std::shared_ptr<View>& root, std::optional<Point> place) {
+    for (const auto& view : root->subviews() | std::views::reverse) {
+        const Rect frame = view->frame();
+        if (place && !contains(frame, *place)) {
+            continue;
+        }
+        const auto within =
+            place ? std::optional(Point{place->x - frame.x, place->y - frame.y}) : std::nullopt;
+        if (auto button = buttonAt(view, within)) {
+            return button;
+        }
+    }
+    return std::dynamic_pointer_cast<Button>(root);
+}
+
+} // namespace quillon

@@ -1,0 +1,102 @@
+#include "Platform/Linux/tray/TrayScreen.h"
+
+#include <QAbstractEventDispatcher>
+
+namespace quillon {
+
+namespace {
+constexpr double reconnectSeconds = 1.0; // a server that throws us out is not pestered
+} // namespace
+
+TrayScreen::TrayScreen(RunLoop& runLoop, TrayScreenListener& listener)
+    : runLoop_(runLoop), listener_(listener) {
+    connect();
+}
+
+TrayScreen::~TrayScreen() {
+    if (reconnecting_) {
+        reconnecting_->cancel();
+    }
+}
+
+void TrayScreen::connect() {
+    connection_ = X11Connection::open();
+    if (!connection_) {
+        return;
+    }
+    atoms_ = std::make_unique<TrayAtoms>(*connection_);
+    displays_ = std::make_unique<X11Displays>();
+    displays_->follow(*connection_);
+    displays_->setGeometryHandler([this](const X11Displays::GeometryRef& geometry) {
+        const bool isFirst = !std::exchange(geometry_, geometry);
+        if (!isFirst) {
+            listener_.geometryChanged();
+        }
+    });
+    notifier_ = std::make_unique<QSocketNotifier>(connection_->descriptor(), QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
+                     [this] { readEvents(false); });
+    // Round trips can bring events in behind the notifier's back.
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                     notifier_.get(), [this] { readEvents(true); });
+}
+
+void TrayScreen::readEvents(bool onlyQueued) {
+    const std::weak_ptr<bool> alive = alive_;
+    while (connection_) {
+        const XcbOwned<xcb_generic_event_t> event(
+            onlyQueued ? xcb_poll_for_queued_event(connection_->get())
+                       : xcb_poll_for_event(connection_->get()));
+        if (!event) {
+            break;
+        }
+        handle(*event);
+        if (alive.expired()) {
+            return;
+        }
+    }
+    if (connection_ && connection_->isBroken()) {
+        lose();
+    }
+}
+
+void TrayScreen::handle(const xcb_generic_event_t& event) {
+    // Of window geometries, only the root's concerns the screens.
+    const bool ofOther =
+        (event.response_type & 0x7FU) == XCB_CONFIGURE_NOTIFY &&
+        reinterpret_cast<const xcb_configure_notify_event_t&>(event).window != connection_->root();
+    if (!ofOther) {
+        displays_->handleEvent(event);
+    }
+    listener_.handleEvent(event);
+}
+
+void TrayScreen::lose() {
+    notifier_.release()->deleteLater(); // it is what called us
+    displays_.reset();
+    geometry_.reset();
+    const auto broken = std::move(connection_);
+    listener_.connectionChanged();
+    reconnecting_ = runLoop_.asyncAfter(reconnectSeconds, [this] {
+        connect();
+        if (connection_) {
+            listener_.connectionChanged();
+        }
+    });
+}
+
+Rect TrayScreen::toPoints(const PixelRect& pixels) const {
+    const Point corner = geometry_->toPoints(pixels.x, pixels.y + pixels.height);
+    return {corner.x, corner.y, pixels.width / scale(), pixels.height / scale()};
+}
+
+std::optional<QPoint> TrayScreen::pointer() const {
+    if (!connection_) {
+        return std::nullopt;
+    }
+    const XcbOwned<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(
+        connection_->get(), xcb_query_pointer(connection_->get(), connection_->root()), nullptr));
+    return reply ? std::optional(QPoint(reply->root_x, reply->root_y)) : std::nullopt;
+}
+
+} // namespace quillon
