@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <utility>
 
 namespace quillon {
@@ -25,6 +26,12 @@ ScreenGeometry::ScreenGeometry(std::vector<PixelRect> monitors, double scale)
 Point ScreenGeometry::toPoints(std::int32_t x, std::int32_t y) const {
     const PixelRect& main = monitors_.front();
     return {(x - main.x) / scale_, (main.y + main.height - y) / scale_};
+}
+
+PixelPoint ScreenGeometry::toPixels(Point point) const {
+    const PixelRect& main = monitors_.front();
+    return {main.x + static_cast<std::int32_t>(std::lround(point.x * scale_)),
+            main.y + main.height - static_cast<std::int32_t>(std::lround(point.y * scale_))};
 }
 
 double scaleFromResources(std::string_view resources) {

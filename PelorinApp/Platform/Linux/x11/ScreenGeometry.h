@@ -18,6 +18,12 @@ struct PixelRect {
     bool operator==(const PixelRect&) const = default;
 };
 
+struct PixelPoint {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    bool operator==(const PixelPoint&) const = default;
+};
+
 /// How the X server's pixels map to points. Immutable, so that threads can share one.
 class ScreenGeometry {
   public:
@@ -25,6 +31,11 @@ class ScreenGeometry {
     ScreenGeometry(std::vector<PixelRect> monitors, double scale);
 
     [[nodiscard]] Point toPoints(std::int32_t x, std::int32_t y) const;
+
+    /// The nearest pixel corner.
+    [[nodiscard]] PixelPoint toPixels(Point point) const;
+
+    [[nodiscard]] double pixelsPerPoint() const { return scale_; }
     [[nodiscard]] std::span<const Rect> frames() const { return frames_; }
 
     /// Pixels per point.

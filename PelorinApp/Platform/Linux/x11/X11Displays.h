@@ -19,6 +19,9 @@ class X11Displays final : public Displays {
     [[nodiscard]] Point mouseLocation() const override;
     [[nodiscard]] std::span<const Rect> screens() const override;
 
+    /// How pixels map to points now; null without a server.
+    [[nodiscard]] GeometryRef geometry() const { return geometry_; }
+
     /// Called with each new geometry, the present one first.
     void setGeometryHandler(std::function<void(const GeometryRef&)> handler);
 

@@ -1,0 +1,152 @@
+#include "Platform/Linux/windows/QuickPopover.h"
+
+#include "Platform/Linux/windows/Placement.h"
+#include "Platform/Linux/windows/ToolkitScreens.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QScreen>
+
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+constexpr double gap = 6;
+
+/// The part of the main screen that no panel has reserved for itself.
+Rect freeArea(const ScreenGeometry& geometry) {
+    const Rect main = geometry.frames().front();
+    const PixelPoint corner = geometry.toPixels({main.minX(), main.maxY()});
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        if (screen->geometry().topLeft() == QPoint(corner.x, corner.y)) {
+            const QRect area = screen->availableGeometry();
+            const QPoint whole = screen->geometry().topLeft();
+            const double scale = screen->devicePixelRatio() / geometry.pixelsPerPoint();
+            const double left = main.minX() + (area.x() - whole.x()) * scale;
+            const double top = main.maxY() - (area.y() - whole.y()) * scale;
+            const double height = area.height() * scale;
+            return {left, top - height, area.width() * scale, height};
+        }
+    }
+    return main;
+}
+
+} // namespace
+
+QuickPopover::QuickPopover(const PopoverSurroundings& surroundings, std::string_view screen,
+                           std::function<void()> escaped)
+    : surroundings_(surroundings), screen_(surroundings.screenUrl(screen)),
+      escaped_(std::move(escaped)), manager_(surroundings.inputTime) {
+    // An interval of 0 comes due when there is nothing else to do, and between two steps the
+    // program is there for its input.
+    idle_.setInterval(0);
+    QObject::connect(&idle_, &QTimer::timeout, &idle_, [this] {
+        if (!prepareStep()) {
+            idle_.stop();
+        }
+    });
+    idle_.start();
+}
+
+bool QuickPopover::prepareStep() {
+    if (!window_) {
+        window_ = std::make_unique<PopoverWindow>(screen_);
+        QObject::connect(window_.get(), &PopoverWindow::closeRequested, window_.get(),
+                         [this] { close(); });
+        QObject::connect(window_.get(), &PopoverWindow::escaped, window_.get(), [this] {
+            if (escaped_) {
+                escaped_();
+            }
+        });
+        QObject::connect(window_.get(), &PopoverWindow::sizeChanged, window_.get(), [this] {
+            if (shown_) {
+                place();
+            }
+        });
+        return true;
+    }
+    if (!warm_) {
+        warm_ = true;
+        window_->warmUp();
+        return true;
+    }
+    return false;
+}
+
+PopoverWindow& QuickPopover::preparedWindow() {
+    idle_.stop();
+    if (!window_) {
+        prepareStep();
+    }
+    return *window_;
+}
+
+void QuickPopover::setBehavior(PopoverBehavior /*behavior*/) {}
+
+void QuickPopover::show(const View& anchor, RectEdge preferredEdge) {
+    PopoverWindow& window = preparedWindow();
+    anchor_ = anchor.onScreen();
+    preferredEdge_ = preferredEdge;
+    place();
+    if (std::exchange(shown_, true)) {
+        window.raise();
+        makeKeyWindow();
+        return;
+    }
+    window.create();
+    window.shapeFor(manager_.isComposited());
+    manager_.markAccessory(window);
+    manager_.show(window);
+    manager_.confirmAccessory(window);
+}
+
+void QuickPopover::place() {
+    const auto geometry = surroundings_.displays.geometry();
+    const std::vector<ToolkitScreen> screens = toolkitScreens();
+    if (!geometry || screens.empty()) {
+        return;
+    }
+    const Rect frame =
+        anchor_ ? screenOf(*anchor_, geometry->frames()) : geometry->frames().front();
+    const ToolkitScreen& target =
+        toolkitScreenAt(geometry->toPixels({frame.minX(), frame.maxY()}), screens);
+    const double pointsPerUnit = target.ratio / geometry->pixelsPerPoint();
+    const Size size{window_->width() * pointsPerUnit, window_->height() * pointsPerUnit};
+
+    const PanelPlace* panel = surroundings_.panel;
+    const auto panelRect = panel == nullptr ? std::nullopt : panel->panelOnScreen();
+    const bool isVertical = panel != nullptr && panel->isVertical();
+    const Rect place =
+        anchor_ ? placePopover({*anchor_, frame, panelRect, isVertical}, preferredEdge_, size, gap)
+                : placePopoverWithoutAnchor(freeArea(*geometry), panelRect, isVertical, size, gap);
+    window_->setPosition(toToolkit(geometry->toPixels({place.minX(), place.maxY()}), target));
+}
+
+void QuickPopover::close() {
+    if (std::exchange(shown_, false)) {
+        window_->hide();
+    }
+}
+
+void QuickPopover::makeKeyWindow() {
+    if (shown_) {
+        manager_.activate(*window_);
+    }
+}
+
+bool QuickPopover::hasAttachedSheet() const { return window_ && window_->hasAttachedSheet(); }
+
+QuickPopovers::QuickPopovers(PopoverSurroundings surroundings)
+    : surroundings_(std::move(surroundings)) {
+    // Graphics drivers cost more memory and time than a small window is worth.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+std::unique_ptr<Popover> QuickPopovers::make(std::string_view screen,
+                                             std::function<void()> escaped) {
+    return std::make_unique<QuickPopover>(surroundings_, screen, std::move(escaped));
+}
+
+} // namespace quillon

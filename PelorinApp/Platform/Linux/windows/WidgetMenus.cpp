@@ -1,0 +1,53 @@
+#include "Platform/Linux/windows/WidgetMenus.h"
+
+#include "Platform/Linux/windows/Placement.h"
+#include "Platform/Linux/windows/ToolkitScreens.h"
+
+namespace quillon {
+
+void WidgetMenus::popUpContextMenu(const std::shared_ptr<Menu>& menu, EventType /*event*/,
+                                   const View& /*view*/) {
+    const Point pointer = displays_.mouseLocation();
+    // Beside it, or the menu would take the end of the click for a choice.
+    openAt(*menu, {pointer.x + 1, pointer.y - 1}, {pointer.x, pointer.y - 1, 1, 1});
+}
+
+void WidgetMenus::popUp(const std::shared_ptr<Menu>& menu, Point location, const View& view) {
+    const auto place = view.onScreen();
+    if (!place) {
+        popUpContextMenu(menu, EventType::leftMouseUp, view);
+        return;
+    }
+    openAt(*menu, {place->minX() + location.x, place->minY() + location.y}, *place);
+}
+
+void WidgetMenus::openAt(const Menu& menu, Point corner, const Rect& around) {
+    if (open_) {
+        open_->close();
+    }
+    open_.reset(new MenuWidget(menu));
+    MenuWidget* opened = open_.get();
+    QObject::connect(opened, &QMenu::aboutToHide, opened, [this, opened] {
+        if (open_.get() == opened) {
+            open_.reset();
+        }
+    });
+
+    const auto geometry = displays_.geometry();
+    const auto screens = toolkitScreens();
+    if (!geometry || screens.empty()) {
+        opened->openAt({});
+        return;
+    }
+    const Rect frame = screenOf(around, geometry->frames());
+    const ToolkitScreen& target =
+        toolkitScreenAt(geometry->toPixels({frame.minX(), frame.maxY()}), screens);
+    const double pointsPerUnit = target.ratio / geometry->pixelsPerPoint();
+    opened->ensurePolished();
+    const QSize size = opened->sizeHint();
+    const Rect place = placeMenu(corner, around, frame,
+                                 {size.width() * pointsPerUnit, size.height() * pointsPerUnit});
+    opened->openAt(toToolkit(geometry->toPixels({place.minX(), place.maxY()}), target));
+}
+
+} // namespace quillon
