@@ -1,7 +1,9 @@
 #include "Platform/Linux/session/ConfigHome.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <pwd.h>
+#include <string_view>
 #include <unistd.h>
 
 namespace quillon {
@@ -25,6 +27,20 @@ std::filesystem::path configHome() {
     }
     const passwd* user = getpwuid(getuid());
     return std::filesystem::path(user == nullptr ? "/" : user->pw_dir) / ".config";
+}
+
+std::vector<std::filesystem::path> systemConfigFolders() {
+    const char* value = std::getenv("XDG_CONFIG_DIRS");
+    std::string_view names = value == nullptr ? "" : value;
+    std::vector<std::filesystem::path> folders;
+    while (!names.empty()) {
+        const auto end = std::min(names.find(':'), names.size());
+        if (const std::filesystem::path folder(names.substr(0, end)); folder.is_absolute()) {
+            folders.push_back(folder);
+        }
+        names.remove_prefix(std::min(end + 1, names.size()));
+    }
+    return folders.empty() ? std::vector<std::filesystem::path>{"/etc/xdg"} : folders;
 }
 
 } // namespace quillon

@@ -5,6 +5,9 @@
 
 namespace quillon {
 
+/// The program of this process, also when it has been replaced since it was started.
+[[nodiscard]] std::filesystem::path thisProgram();
+
 /// A program that this one starts: where programs of that kind are installed, or else beside this
 /// one, as a build leaves them.
 [[nodiscard]] std::filesystem::path helperProgram(std::string_view name);
