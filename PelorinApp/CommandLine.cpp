@@ -8,7 +8,16 @@ namespace quillon {
 
 namespace {
 constexpr int usageStatus = 2;
+constexpr double wholeVolume = 100;
 constexpr const char* hint = "Try 'quillon --help'.\n";
+
+/// Empty for a number from 0 to 100, else the complaint.
+std::string percentCheck(const std::string& text) {
+    double percent = 0;
+    const bool isNumber = CLI::detail::lexical_cast(text, percent);
+    return isNumber && percent >= 0 && percent <= wholeVolume ? "" : text + " is not from 0 to 100";
+}
+
 } // namespace
 
 Request parseCommandLine(int argc, const char* const* argv, const std::string& version) {
@@ -38,6 +47,14 @@ Request parseCommandLine(int argc, const char* const* argv, const std::string& v
     auto* remove = defaults->add_subcommand("delete", "Go back to the setting's default");
     remove->add_option("key", defaultsRequest.key, "The setting")->required();
 
+    ShowLevelRequest showLevelRequest;
+    auto* showLevel = app.add_subcommand("show-level", "Have the running program show a volume");
+    showLevel->group(""); // not in the help
+    showLevel->add_option("percent", showLevelRequest.percents, "From 0 to 100")
+        ->required()
+        ->check(percentCheck);
+    showLevel->add_option("--every", showLevelRequest.milliseconds, "Milliseconds between levels");
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -59,6 +76,9 @@ Request parseCommandLine(int argc, const char* const* argv, const std::string& v
                                : remove->parsed() ? Verb::remove
                                                   : Verb::read;
         return defaultsRequest;
+    }
+    if (showLevel->parsed()) {
+        return showLevelRequest;
     }
     return RunRequest{};
 }

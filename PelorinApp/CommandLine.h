@@ -2,6 +2,7 @@
 
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace quillon {
 
@@ -17,13 +18,19 @@ struct DefaultsRequest {
     std::string key;
     std::string json; // what to write
 };
+/// For developers and demonstrations.
+struct ShowLevelRequest {
+    std::vector<double> percents;
+    unsigned milliseconds = 0; // from one level to the next
+};
 /// Nothing to be done but to print this and to end.
 struct PrintRequest {
     std::string output;
     std::string error;
     int status = 0;
 };
-using Request = std::variant<RunRequest, ReplayRequest, DefaultsRequest, PrintRequest>;
+using Request =
+    std::variant<RunRequest, ReplayRequest, DefaultsRequest, ShowLevelRequest, PrintRequest>;
 
 [[nodiscard]] Request parseCommandLine(int argc, const char* const* argv,
                                        const std::string& version);

@@ -2,11 +2,14 @@
 #include "DefaultsCommand.h"
 #include "PelorinAppApp.h"
 #include "Platform/Linux/LinuxPlatform.h"
+#include "Platform/Linux/session/SessionBus.h"
+#include "Platform/Linux/session/ShowLevelCommand.h"
 #include "Platform/Platform.h"
 #include "Replay/replay.h"
 
 #include <QCoreApplication>
 
+#include <chrono>
 #include <csignal>
 #include <iostream>
 
@@ -44,6 +47,11 @@ int main(int argc, char** argv) {
         FileUserDefaultsStores& stores = platform.userDefaults();
         return defaultsCommand(
             *defaults, stores, [&stores] { return stores.flush(); }, std::cout, std::cerr);
+    }
+    if (const auto* showLevel = std::get_if<ShowLevelRequest>(&request)) {
+        settleSessionBus();
+        return showLevelCommand(showLevel->percents,
+                                std::chrono::milliseconds(showLevel->milliseconds), std::cerr);
     }
     return run(argc, argv);
 }

@@ -67,5 +67,22 @@ TEST(CommandLine, Defaults) {
     EXPECT_EQ(std::get<DefaultsRequest>(parse({"defaults", "write", "Key", "-4.5"})).json, "-4.5");
 }
 
+TEST(CommandLine, ShowLevelIsThereButNotInTheHelp) {
+    const auto one = std::get<ShowLevelRequest>(parse({"show-level", "40"}));
+    EXPECT_EQ(one.percents, (std::vector{40.0}));
+    EXPECT_EQ(one.milliseconds, 0U);
+    const auto some =
+        std::get<ShowLevelRequest>(parse({"show-level", "0", "99.5", "100", "--every", "16"}));
+    EXPECT_EQ(some.percents, (std::vector{0.0, 99.5, 100.0}));
+    EXPECT_EQ(some.milliseconds, 16U);
+    for (const char* wrong : {"101", "-1", "nan", "inf", "loud"}) {
+        EXPECT_EQ(std::get<PrintRequest>(parse({"show-level", wrong})).status, 2) << wrong;
+    }
+    EXPECT_EQ(std::get<PrintRequest>(parse({"show-level"})).status, 2);
+    EXPECT_EQ(std::get<PrintRequest>(parse({"show-level", "1", "--every", "-5"})).status, 2);
+    EXPECT_EQ(std::get<PrintRequest>(parse({"--help"})).output.find("show-level"),
+              std::string::npos);
+}
+
 } // namespace
 } // namespace quillon

@@ -1,0 +1,161 @@
+#include "Platform/Linux/session/SingleInstance.h"
+
+#include "Platform/Linux/session/InstanceAdaptors.h"
+#include "Platform/Linux/session/InstanceCaller.h"
+#include "Platform/Linux/session/InstanceNames.h"
+#include "Platform/Linux/session/SessionBus.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QString>
+
+#include <cstdlib>
+#include <ostream>
+#include <system_error>
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+/// The main thread answers input: it cannot wait long for a bus that has come back.
+constexpr milliseconds patienceWithNewBus{100};
+
+/// The socket's file is there a moment before the bus listens.
+constexpr milliseconds betweenTries{100};
+constexpr int triesPerBus = 10;
+
+constexpr int patienceWithClaim = 2000; // milliseconds
+
+QDBusMessage busCall(const char* method) {
+    return QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                          "org.freedesktop.DBus", method);
+}
+
+QVariantMap platformData() {
+    QVariantMap data;
+    for (const auto& [key, variable] : {std::pair("desktop-startup-id", "DESKTOP_STARTUP_ID"),
+                                        std::pair("activation-token", "XDG_ACTIVATION_TOKEN")}) {
+        if (const char* value = std::getenv(variable); value != nullptr && *value != '\0') {
+            data.insert(key, QString::fromLocal8Bit(value));
+        }
+    }
+    return data;
+}
+
+} // namespace
+
+std::optional<int> SingleInstance::activateRunning(std::ostream& errors) {
+    if (!hasSessionBus()) {
+        return std::nullopt;
+    }
+    using Outcome = InstanceCaller::Outcome;
+    switch (
+        InstanceCaller().call(InstanceNames::application, "Activate", {platformData()}).outcome) {
+    case Outcome::done:
+        return 0;
+    case Outcome::notRunning:
+        return std::nullopt;
+    case Outcome::noAnswer:
+    case Outcome::refused:
+        break;
+    }
+    errors << "quillon: Quillon is already running but does not answer\n";
+    return 1;
+}
+
+SingleInstance::SingleInstance(Handlers handlers, Diagnostics& diagnostics)
+    : handlers_(std::move(handlers)), diagnostics_(diagnostics) {
+    // Queued: the caller does not wait for what the handlers do.
+    new ApplicationAdaptor(this, [this](std::optional<std::uint32_t> timestamp) {
+        QMetaObject::invokeMethod(
+            this, [this, timestamp] { handlers_.activate(timestamp); }, Qt::QueuedConnection);
+    });
+    new DevelopmentAdaptor(this, [this](double percent) {
+        QMetaObject::invokeMethod(
+            this, [this, percent] { handlers_.showVolumeLevel(percent); }, Qt::QueuedConnection);
+    });
+    retry_.setSingleShot(true);
+    connect(&retry_, &QTimer::timeout, this, &SingleInstance::tryAgain);
+    connect(&folderWatcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
+        triesLeft_ = triesPerBus;
+        tryAgain();
+    });
+}
+
+SingleInstance::~SingleInstance() { QDBusConnection::disconnectFromBus(InstanceNames::connection); }
+
+bool SingleInstance::claim() { return connectAndClaim() != Claimed::byAnother; }
+
+SingleInstance::Claimed SingleInstance::connectAndClaim() {
+    if (!hasSessionBus()) {
+        return Claimed::noBus;
+    }
+    auto bus = QDBusConnection::connectToBus(QString::fromStdString(sessionBusAddress()),
+                                             InstanceNames::connection);
+    if (!bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(InstanceNames::connection);
+        return Claimed::noBus;
+    }
+    // Before the name, so that whoever finds the name is answered.
+    bus.registerObject(InstanceNames::path, this, QDBusConnection::ExportAdaptors);
+    bus.connect(QString(), "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local",
+                "Disconnected", this, SLOT(busLost()));
+    auto request = busCall("RequestName");
+    constexpr unsigned doNotQueue = 4;
+    request << InstanceNames::service << doNotQueue;
+    const QDBusMessage reply = bus.call(request, QDBus::Block, patienceWithClaim);
+    if (reply.type() != QDBusMessage::ReplyMessage) {
+        return Claimed::noBus; // stuck or gone; if gone, we shall be told
+    }
+    constexpr unsigned owner = 1;
+    constexpr unsigned ownerAlready = 4;
+    const unsigned answer = reply.arguments().value(0).toUInt();
+    return answer == owner || answer == ownerAlready ? Claimed::yes : Claimed::byAnother;
+}
+
+void SingleInstance::busLost() {
+    diagnostics_.line("⚠️ The session bus is gone: until it is back, a second start of Quillon "
+                      "does not find this one");
+    // Not from within a call of the connection that is to be dropped.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            QDBusConnection::disconnectFromBus(InstanceNames::connection);
+            waitForBus();
+        },
+        Qt::QueuedConnection);
+}
+
+void SingleInstance::waitForBus() {
+    const auto folder = sessionBusSocket().parent_path();
+    if (!folder.empty()) {
+        folderWatcher_.addPath(QString::fromStdString(folder.string()));
+    }
+    triesLeft_ = 1; // where connecting is what starts a new bus
+    tryAgain();
+}
+
+void SingleInstance::tryAgain() {
+    std::error_code ignored;
+    if (triesLeft_ == 0 || !std::filesystem::exists(sessionBusSocket(), ignored)) {
+        return;
+    }
+    --triesLeft_;
+    const auto claimed = sessionBusAnswers(patienceWithNewBus) ? connectAndClaim() : Claimed::noBus;
+    if (claimed == Claimed::noBus) {
+        retry_.start(betweenTries);
+        return;
+    }
+    triesLeft_ = 0;
+    retry_.stop();
+    folderWatcher_.removePaths(folderWatcher_.directories());
+    diagnostics_.line(
+        claimed == Claimed::yes
+            ? "✅ The session bus is back"
+            : "⚠️ The session bus is back, and another Quillon has come up on it");
+}
+
+} // namespace quillon
