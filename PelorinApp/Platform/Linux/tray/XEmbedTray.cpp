@@ -60,7 +60,7 @@ void XEmbedTray::setLength(double length) {
     }
     const auto place = placeOf(screen_.connection(), window_->id());
     const QSize wanted = wantedSize();
-    if (place && (manager_->isVertical || wanted.width() != place->width)) {
+    if (place && wanted.width() != place->width) {
         window_->requestSize({wanted.width(), place->height});
     }
 }
@@ -255,7 +255,7 @@ void XEmbedTray::samplePanel() {
     const auto shown = root ? intersection(*panel, *root) : std::nullopt;
     if (shown) {
         const int reach = sampleReach * std::max(item->width, item->height);
-        const bool vertical = manager_->isVertical;
+        const bool vertical = panel->height > panel->width;
         const auto strip = intersection(
             *shown,
             vertical ? PixelRect{item->x, item->y - reach, item->width, item->height + 2 * reach}
@@ -309,7 +309,11 @@ std::optional<Rect> XEmbedTray::panelOnScreen() const {
     return place ? std::optional(screen_.toPoints(*place)) : std::nullopt;
 }
 
-bool XEmbedTray::isVertical() const { return manager_ && manager_->isVertical; }
+bool XEmbedTray::isVertical() const {
+    // The shape first: not every tray in an upright panel says that it is one.
+    const auto panel = panelPlace();
+    return panel ? panel->height > panel->width : manager_ && manager_->isVertical;
+}
 
 QColor XEmbedTray::label() const {
     return labelColor(manager_ && manager_->labelLuminance ? 1 - *manager_->labelLuminance
