@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Platform/EventMonitors.h"
+#include "Platform/Linux/x11/OwnWindows.h"
+#include "Platform/Linux/x11/X11Connection.h"
+
+#include <QSocketNotifier>
+
+#include <memory>
+#include <vector>
+
+#include <xcb/xinput.h>
+
+namespace quillon {
+
+/// Monitors of mouse buttons on an X11 desktop, by raw events of the input extension, which arrive
+/// also while another program has grabbed the pointer, as for a menu. They have a connection of
+/// their own, and only while there is a monitor.
+///
+/// A raw event does not say where it goes: that is asked when it arrives, a moment later.
+///
+/// When the server goes away the monitors fall silent.
+class X11EventMonitors final : public EventMonitors {
+  public:
+    /// `ownWindows` must outlive this object. A handler must not destroy it.
+    explicit X11EventMonitors(const OwnWindows& ownWindows);
+    ~X11EventMonitors() override;
+
+    /// Also null for a mask without any mouse button.
+    EventMonitorRef addGlobalMonitor(std::uint64_t mask,
+                                     std::function<void(EventType)> handler) override;
+
+  private:
+    class Monitor;
+
+    [[nodiscard]] bool connect();
+    void disconnect();
+    [[nodiscard]] bool selectButtons();
+    void readEvents();
+    void handleEvent(const xcb_generic_event_t& event);
+    [[nodiscard]] xcb_window_t windowUnderPointer(xcb_input_device_id_t master) const;
+    void forgetRemoved();
+
+    const OwnWindows& ownWindows_;
+    std::vector<std::weak_ptr<Monitor>> monitors_;
+    std::unique_ptr<X11Connection> connection_;
+    std::unique_ptr<QSocketNotifier> notifier_;
+    QMetaObject::Connection aboutToBlock_;
+    bool isReading_ = false;
+    std::shared_ptr<X11EventMonitors*> self_; // what monitors hold weakly
+};
+
+} // namespace quillon
