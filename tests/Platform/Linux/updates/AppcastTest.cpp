@@ -121,6 +121,12 @@ TEST(AppcastTest, NothingGrowsFromEntities) {
     }
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(failureOf(bomb + "]><rss><channel>&a29;</channel></rss>"), noFeed);
+    std::string parameters = "<!DOCTYPE rss [<!ENTITY % p0 '<!-- -->'>";
+    for (int i = 1; i < 30; ++i) {
+        const auto before = "%p" + std::to_string(i - 1) + ";";
+        parameters += "<!ENTITY % p" + std::to_string(i) + " '" + before + before + "'>";
+    }
+    EXPECT_NE(failureOf(parameters + "%p29;]><rss><channel/></rss>"), "");
     EXPECT_EQ(failureOf("<!DOCTYPE rss SYSTEM 'file:///etc/passwd'><rss><channel/></rss>"), noFeed);
     EXPECT_EQ(failureOf("<rss><channel>&unknown;</channel></rss>"), "it is damaged in line 1");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));

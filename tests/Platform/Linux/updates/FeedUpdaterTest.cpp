@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/session/RecordingDiagnostics.h"
 #include "Platform/Linux/updates/Feeds.h"
+#include "Platform/Linux/updates/HeldFetches.h"
 #include "Platform/Simulated/SimulatedUserDefaults.h"
 #include "Platform/Simulated/VirtualRunLoop.h"
 
@@ -37,34 +38,6 @@ struct ShownWindows final : UpdateWindow {
     }
     std::vector<std::string> shown;
     std::vector<UpdateButton> last;
-};
-
-/// Holds each fetch until the test answers it, or answers at once when it has an answer.
-struct HeldFetches final : FeedFetcher {
-    struct Fetch final : FeedFetch {
-        explicit Fetch(HeldFetches& owner) : fetches(owner) {}
-        Fetch(const Fetch&) = delete;
-        Fetch& operator=(const Fetch&) = delete;
-        ~Fetch() override { --fetches.running; }
-        HeldFetches& fetches;
-    };
-    std::unique_ptr<FeedFetch> fetch(const std::string& address,
-                                     std::function<void(FetchedFeed)> completion) override {
-        addresses.push_back(address);
-        if (ready) {
-            loop.async([feed = *ready, completion] { completion(feed); });
-        } else {
-            answer = std::move(completion);
-        }
-        ++running;
-        return std::make_unique<Fetch>(*this);
-    }
-    HeldFetches(RunLoop& runLoop, int& runningCount) : loop(runLoop), running(runningCount) {}
-    RunLoop& loop;
-    int& running;
-    std::optional<FetchedFeed> ready;
-    std::vector<std::string> addresses;
-    std::function<void(FetchedFeed)> answer;
 };
 
 struct Delegate final : UpdaterDelegate {
@@ -267,6 +240,20 @@ TEST_F(FeedUpdaterTest, WhoAsksDuringADailyCheckGetsItsResult) {
     advance(day + 2 * hour, "");
     EXPECT_EQ(fetches->addresses.size(), 2);
     EXPECT_EQ(takeShown(), Shown{}) << "the next one is its own again";
+}
+
+TEST_F(FeedUpdaterTest, ADailyCheckDoesNotDisturbTheUsers) {
+    updater->start();
+    loop.drain();
+    loop.advance(80);
+    updater->checkForUpdates(nullptr);
+    loop.advance(20);
+    EXPECT_EQ(fetches->addresses.size(), 1);
+    answer("");
+    EXPECT_EQ(takeShown(), Shown{upToDate});
+    advance(2 * hour, "");
+    EXPECT_EQ(fetches->addresses.size(), 2) << "made up for";
+    EXPECT_EQ(takeShown(), Shown{});
 }
 
 TEST_F(FeedUpdaterTest, WithoutAFeedItNeverWakes) {

@@ -126,6 +126,19 @@ TEST_F(HttpFeedFetcherTest, SaysNothingAboutTheUser) {
                                       "Connection: Keep-Alive\r\n\r\n");
 }
 
+TEST_F(HttpFeedFetcherTest, KeepsNoCookiesOnTheWay) {
+    FeedServer server([](const std::string& request, QTcpSocket& client) {
+        client.write(request.starts_with("GET /feed ")
+                         ? httpAnswer("200 OK", "feed")
+                         : httpAnswer("302 Found", "",
+                                      "Location: /feed\r\nSet-Cookie: who=you; Path=/\r\n"));
+    });
+    EXPECT_EQ(fetch(server.address("/")), "feed");
+    ASSERT_EQ(server.requests.size(), 2);
+    EXPECT_EQ(server.requests[1].find("Cookie"), std::string::npos);
+    EXPECT_EQ(server.requests[1].find("Referer"), std::string::npos);
+}
+
 TEST_F(HttpFeedFetcherTest, ErrorsOfTheServerAreTold) {
     EXPECT_EQ(fetchAnswer(httpAnswer("404 Not Found", "<rss/>")),
               "[the server answered with error 404]");
