@@ -4,8 +4,10 @@
 
 namespace quillon {
 
-void PelorinAppApp::launch() {
-    Platform::current().diagnostics.line("🚀 App launched!");
+PelorinAppApp::PelorinAppApp() : delegate_(AppDelegate::create(Platform::current(), nullptr)) {
+    Platform::current().application.setDelegate(delegate_);
+
+    // The tools run whether or not the shell finds a place on the screen.
     Tool4EdgesManager& desktopSwitcher = Tool4EdgesManager::shared();
     Platform::current().events.setPanicHandler(
         [&desktopSwitcher] { desktopSwitcher.switchOffForNow(); });

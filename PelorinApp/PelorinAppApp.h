@@ -1,14 +1,20 @@
 #pragma once
 
-#include "Platform/Platform.h"
+#include "AppDelegate.h"
+
+#include <memory>
 
 namespace quillon {
 
-/// The application's entry: brings up what runs for as long as the program does.
+/// The application's entry: gives the system its one delegate. It has no window of its own; what
+/// the user sees hangs on the status item.
 class PelorinAppApp {
   public:
-    /// Switches on the tools whose stored settings say so, on the current platform.
-    void launch();
+    /// On the current platform, which will call the delegate when it is ready.
+    PelorinAppApp();
+
+  private:
+    std::shared_ptr<AppDelegate> delegate_;
 };
 
 } // namespace quillon

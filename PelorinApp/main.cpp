@@ -1,15 +1,19 @@
+#include "AppDelegate.h"
 #include "CommandLine.h"
 #include "DefaultsCommand.h"
 #include "PelorinAppApp.h"
 #include "Platform/Linux/LinuxPlatform.h"
+#include "Platform/Linux/session/LinuxSession.h"
 #include "Platform/Linux/session/SessionBus.h"
 #include "Platform/Linux/session/ShowLevelCommand.h"
+#include "Platform/Linux/session/SingleInstance.h"
+#include "Platform/Linux/x11/AwaitDisplay.h"
 #include "Platform/Platform.h"
 #include "Replay/replay.h"
+#include "Views/Screens.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
-#include <chrono>
 #include <csignal>
 #include <iostream>
 
@@ -17,13 +21,49 @@ namespace {
 
 using namespace quillon;
 
-int run(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
-    LinuxPlatform platform;
+/// Names and defaults that the toolkit wants before it is there.
+void setUpToolkit() {
+    // Gestures, tray and focus are X11's also where the session's own programs use another display.
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    QCoreApplication::setApplicationName(QStringLiteral("quillon"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Quillon"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.pelorin.PelorinApp"));
+}
+
+int runOnDisplay(int argc, char** argv) {
+    setUpToolkit();
+    const QApplication application(argc, argv);
+    LinuxSession session;
+    LinuxPlatform platform(session, screenUrl);
+    SingleInstance instance(
+        {.activate = [&platform](std::optional<std::uint32_t> time) { platform.reopen(time); },
+         .showVolumeLevel =
+             [](double percent) { AppDelegate::showVolumeLevel(static_cast<float>(percent)); }},
+        session.diagnostics);
+    if (!instance.claim()) {
+        return SingleInstance::activateRunning(std::cerr).value_or(EXIT_FAILURE);
+    }
     Platform::setCurrent(&platform.services());
     platform.describeSession();
-    PelorinAppApp().launch();
+    const PelorinAppApp app;
     return platform.run();
+}
+
+int run(int argc, char** argv) {
+    settleSessionBus();
+    if (const auto status = SingleInstance::activateRunning(std::cerr)) {
+        return *status;
+    }
+    StandardOutput diagnostics;
+    return awaitDisplay(diagnostics) ? runOnDisplay(argc, argv) : EXIT_SUCCESS;
+}
+
+int changeDefaults(const DefaultsRequest& request, int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    LinuxSession session;
+    return defaultsCommand(
+        request, session.userDefaults, [&session] { return session.userDefaults.flush(); },
+        std::cout, std::cerr);
 }
 
 } // namespace
@@ -42,16 +82,12 @@ int main(int argc, char** argv) {
         return replayCommand(replay->file, replay->check, std::cout, std::cerr);
     }
     if (const auto* defaults = std::get_if<DefaultsRequest>(&request)) {
-        const QCoreApplication application(argc, argv);
-        LinuxPlatform platform;
-        FileUserDefaultsStores& stores = platform.userDefaults();
-        return defaultsCommand(
-            *defaults, stores, [&stores] { return stores.flush(); }, std::cout, std::cerr);
+        return changeDefaults(*defaults, argc, argv);
     }
-    if (const auto* showLevel = std::get_if<ShowLevelRequest>(&request)) {
+    if (const auto* level = std::get_if<ShowLevelRequest>(&request)) {
         settleSessionBus();
-        return showLevelCommand(showLevel->percents,
-                                std::chrono::milliseconds(showLevel->milliseconds), std::cerr);
+        return showLevelCommand(level->percents, std::chrono::milliseconds(level->milliseconds),
+                                std::cerr);
     }
     return run(argc, argv);
 }

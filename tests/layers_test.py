@@ -19,8 +19,12 @@ ALLOWED = {
     "Hub": ["Tools", "Platform"],
     "Views": ["Hub", "Tools", "Platform"],
     "Replay": ["Hub", "Tools", "Platform", "Platform/Simulated"],
-    "AppDelegate": ["Hub", "Tools", "Platform"],
-    "VolumeBarMenuBarButton": ["Platform"],
+    "AppDelegate": ["VolumeBarMenuBarButton", "Hub", "Tools", "Platform"],
+    "AppDelegateMenu": ["AppDelegate", "Platform"],
+    "AppDelegatePopover": ["AppDelegate", "Platform"],
+    "AppDelegateVolumeLevel": ["AppDelegate", "PercentText", "Platform"],
+    "PercentText": [],
+    "VolumeBarMenuBarButton": ["PercentText", "Platform"],
     "PelorinAppApp": ["AppDelegate", "Hub", "Tools", "Platform"],
     "CommandLine": [],
     "DefaultsCommand": ["CommandLine", "Platform"],
@@ -33,7 +37,7 @@ PLATFORM_FOLDERS = ("Platform/Simulated", "Platform/Linux", "Platform/MacOS")
 # What the operating system or the screen toolkit offers; only platforms and views may see it.
 SYSTEM = re.compile(
     r"^(xcb/|X11/|pulse/|libevdev|linux/|sys/|unistd\.h|fcntl\.h|poll\.h|signal\.h|dlfcn\.h|"
-    r"QtGui|QtQuick|QtQml|QtDBus|QGui|QQuick|QQml|QWindow|QSocketNotifier|QCoreApplication|"
+    r"QtGui|QtWidgets|QtQuick|QtQml|QtDBus|QtNetwork|QtSvg|QApplication|QGui|QQuick|QQml|QWindow|QWidget|QSocketNotifier|QCoreApplication|"
     r"QTimer|QThread|AppKit|CoreGraphics|CoreFoundation|ApplicationServices|objc/)"
 )
 CONDITION = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif)\b.*(__linux__|__APPLE__|_WIN32|Q_OS_)", re.M)

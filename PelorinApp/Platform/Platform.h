@@ -1,13 +1,24 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/Alerts.h"
+#include "Platform/Animator.h"
+#include "Platform/Application.h"
 #include "Platform/Bundle.h"
 #include "Platform/Diagnostics.h"
 #include "Platform/Displays.h"
+#include "Platform/EventMonitors.h"
 #include "Platform/EventServices.h"
+#include "Platform/Images.h"
+#include "Platform/LoginItem.h"
+#include "Platform/Menu.h"
+#include "Platform/Popover.h"
 #include "Platform/RunLoop.h"
 #include "Platform/ScriptingService.h"
+#include "Platform/StatusBar.h"
+#include "Platform/Updater.h"
 #include "Platform/UserDefaults.h"
+#include "Platform/Workspace.h"
 
 namespace quillon {
 
@@ -22,6 +33,19 @@ struct Platform {
     UserDefaultsStores& userDefaults;
     Bundle& bundle;
     Diagnostics& diagnostics;
+    EventMonitors& monitors;
+
+    // What people see.
+    Application& application;
+    StatusBar& statusBar;
+    Images& images;
+    Animator& animator;
+    Popovers& popovers;
+    Menus& menus;
+    Alerts& alerts;
+    LoginItem& loginItem;
+    Updaters& updaters;
+    Workspace& workspace;
 
     /// The platform of the process, for what is shared process-wide. main sets it, once, before
     /// anything asks for it.

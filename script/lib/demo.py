@@ -52,7 +52,7 @@ def main() -> int:
     shutil.rmtree(PICTURES, ignore_errors=True)
     PICTURES.mkdir(parents=True)
     try:
-        with PrivateDesktop(panel=True, bus=True, audio=True, logs=PICTURES / "log") as desktop:
+        with PrivateDesktop(panel="tint2", bus=True, audio=True, logs=PICTURES / "log") as desktop:
             for edge in ("Tool4LeftEdge", "Tool4RightEdge"):
                 desktop.run(PROGRAM, "defaults", "write", edge, "true")
             stage = Stage(desktop, PROGRAM, PICTURES)

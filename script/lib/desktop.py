@@ -46,8 +46,10 @@ class PrivateDesktop(DesktopTools):
                     one with devices that scroll smoothly: see desktop_parts.DEVICES
     screen          its size, "WIDTHxHEIGHT"
     server_args     more arguments for it, such as ["-extension", "XTEST"]
-    window_manager  "openbox", "icewm", "metacity", "xfwm4" (this one wants the bus) or None
-    panel           whether there is a panel with a tray (tint2)
+    window_manager  "openbox", "icewm", "metacity", "xfwm4", "xfwm4-composited" (these two want the
+                    bus) or None
+    panel           None or a panel with a tray: "tint2", "tint2-bottom", "tint2-left",
+                    "xfce4-panel" (which wants the bus)
     bus, audio      whether there is a D-Bus session, a PulseAudio with the null sink "speakers"
     programs        any of PROGRAMS; their windows are open when the desktop is
     environment     variables to add for everything that runs in it
@@ -57,18 +59,18 @@ class PrivateDesktop(DesktopTools):
     Failed is raised when a part does not come up: it names the part and quotes its log.
 
     While open: display, environment, folder, home, config (XDG_CONFIG_HOME), vnc_port, and the
-    processes server, window_manager and panel (Popen, None where not asked for).
+    processes server, bus, window_manager and panel (Popen, None where not asked for).
     """
 
     def __init__(self, *, server="xvfb", screen="1280x800", server_args=(),
-                 window_manager="openbox", panel=False, bus=False, audio=False, programs=(),
+                 window_manager="openbox", panel=None, bus=False, audio=False, programs=(),
                  environment=None, logs=None):
         self._wanted = dict(server=server, window_manager=window_manager, panel=panel, bus=bus,
                             audio=audio, programs=programs, environment=environment or {})
         self._screen, self._server_args, self._logs = screen, server_args, logs
         self._children = None
         self._signals = contextlib.ExitStack()
-        self.server = self.window_manager = self.panel = self.vnc_port = None
+        self.server = self.bus = self.window_manager = self.panel = self.vnc_port = None
 
     def __enter__(self):
         self.open()
@@ -90,7 +92,7 @@ class PrivateDesktop(DesktopTools):
             if self._wanted["window_manager"]:
                 self.start_window_manager(self._wanted["window_manager"])
             if self._wanted["panel"]:
-                self._start_panel()
+                self.start_panel(self._wanted["panel"])
             self._open_programs(self._wanted["programs"])
             if sound:
                 self.wait_for(sound, self._has_sound, "sound")
@@ -155,6 +157,17 @@ class PrivateDesktop(DesktopTools):
         self.wait_for(self.window_manager, lambda: self.desktop_count() == parts.DESKTOPS
               and self.current_desktop() is not None, "four desktops")
 
+    def start_panel(self, name: str) -> None:
+        """Also for a second one, after end(desktop.panel)."""
+        self.panel = self.start("panel", parts.panel(name, self.config))
+        # The panel's strut, so that windows are placed beside it.
+        whole = f"0, 0, {self._screen.replace('x', ', ')}"
+
+        def leaves_less():
+            area = self.root_property("_NET_WORKAREA")
+            return area and not f"{area}, ".startswith(f"{whole}, ")
+        self.wait_for(self.panel, leaves_less, "a panel on the screen")
+
     # Starting the other parts
 
     def _make_folders(self) -> None:
@@ -216,9 +229,10 @@ class PrivateDesktop(DesktopTools):
 
     def _start_bus(self) -> None:
         read_end, write_end = os.pipe()
-        bus = self.start("bus", parts.dbus(write_end, self.folder / "run"), pass_fds=[write_end])
+        self.bus = self.start("bus", parts.dbus(write_end, self.folder / "run"), pass_fds=[write_end])
         os.close(write_end)
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._first_line(bus, read_end, "an address")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._first_line(self.bus, read_end,
+                                                                        "an address")
 
     def _first_line(self, child: subprocess.Popen, read_end: int, what: str) -> str:
         """What a child reports, on a pipe, when it is ready."""
@@ -245,13 +259,6 @@ class PrivateDesktop(DesktopTools):
             return "Default Sink: speakers" in self.run("pactl", "info")
         except Failed:
             return False
-
-    def _start_panel(self) -> None:
-        self.panel = self.start("panel", parts.panel(self.config))
-        # The panel's strut, so that windows are placed below it.
-        self.wait_for(
-            self.panel, lambda: self.root_property("_NET_WORKAREA").split(", ")[1:2] > ["0"],
-            "a panel on the screen")
 
     def _open_programs(self, names) -> None:
         opened = [(self.start(name, PROGRAMS[name][0]), PROGRAMS[name][1]) for name in names]

@@ -15,8 +15,8 @@ rounded = 3
 background_color = #2f81c7 100
 
 panel_items = TSC
-panel_size = 100% 30
-panel_position = top center horizontal
+panel_size = 100% {thickness}
+panel_position = {position}
 panel_padding = 6 0 6
 panel_background_id = 1
 panel_layer = top
@@ -60,6 +60,12 @@ clock_font_color = #ffffff 100
 clock_padding = 6 0
 """
 
+
+TINT2_PLACES = {  # names for tint2 at an edge: the setting, and how many pixels it is thick
+    "tint2": ("top center horizontal", 30),
+    "tint2-bottom": ("bottom center horizontal", 30),
+    "tint2-left": ("center left vertical", 90),
+}
 
 DEVICES = {  # of the server "xorg", and what they are for the driver that plays them
     "keyboard": "Keyboard",
@@ -182,11 +188,17 @@ def window_manager(name: str, home: pathlib.Path, config: pathlib.Path) -> list[
         return ["metacity", "--sm-disable", "--no-composite"]
     if name == "xfwm4":
         return ["xfwm4", "--sm-client-disable", "--compositor=off"]
+    if name == "xfwm4-composited":
+        return ["xfwm4", "--sm-client-disable", "--compositor=on"]
     raise ValueError(f"no such window manager: {name}")
 
 
-def panel(config: pathlib.Path) -> list[str]:
-    _write(config / "tint2/tint2rc", TINT2)
+def panel(name: str, config: pathlib.Path) -> list[str]:
+    """tint2 has a tray of the old kind, xfce4-panel (which wants the bus) both kinds."""
+    if name == "xfce4-panel":
+        return ["xfce4-panel", "--disable-wm-check"]
+    position, thickness = TINT2_PLACES[name]
+    _write(config / "tint2/tint2rc", TINT2.format(position=position, thickness=thickness))
     return ["tint2", "-c", str(config / "tint2/tint2rc")]
 
 

@@ -70,7 +70,7 @@ def any_edge_armed() -> bool:
 
 
 def run_privately(command, seconds) -> int:
-    with PrivateDesktop(server="xtigervnc", panel=True, bus=True, audio=True,
+    with PrivateDesktop(server="xtigervnc", panel="tint2", bus=True, audio=True,
                         logs=TREE / "build/run") as desktop:
         address = start_browser_access(desktop)
         scene.furnish(desktop)

@@ -40,3 +40,17 @@ def processor_time(pid: int) -> float:
     """Seconds that it has used."""
     fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def resident_memory(pid: int) -> int:
+    """Bytes that it has in memory, shared or not."""
+    return 1024 * int(status(pid, "VmRSS").split()[0])
+
+
+def wakeups(pid: int) -> int:
+    """How often its threads have gone on after waiting."""
+    total = 0
+    for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
+        text = (task / "status").read_text()
+        total += int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", text, re.MULTILINE)[1])
+    return total

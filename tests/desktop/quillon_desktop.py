@@ -12,6 +12,10 @@ BAND = 40  # pixels from the frame within which a band reaches by default, the l
 
 _numbers = itertools.count(1)
 
+# What it says on every start.
+USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
+               "Setup complete!", "No tray on this desktop")
+
 
 class Quillon:
     """A running program under test."""
@@ -19,7 +23,7 @@ class Quillon:
     def __init__(self, desktop, arguments=(), program=QUILLON, **popen):
         self.name = f"quillon-{next(_numbers)}"
         self._desktop, self._lines = desktop, Lines(desktop, self.name)
-        self._expected = ["App launched!"]
+        self._expected = list(USUAL_LINES)
         self.process = desktop.start(self.name, [program, *arguments], **popen)
 
     def lines(self) -> list[str]:

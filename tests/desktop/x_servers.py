@@ -47,7 +47,7 @@ def expect_gestures_on_a_new_server(quillon, desktop) -> None:
     """The program finds the server that starts now, and works there."""
     start_server(desktop)
     desktop.start_window_manager("openbox")
-    quillon.wait_for_line("The X server grants input control")
+    quillon.wait_for_line("Setup complete")
     injector, history = Injector(desktop), DesktopHistory(desktop)
     history.go_to(2)
     injector.move(5, 400)

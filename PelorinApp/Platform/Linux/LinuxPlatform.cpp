@@ -1,7 +1,9 @@
 #include "Platform/Linux/LinuxPlatform.h"
 
+#include <QGuiApplication>
+
 #include <cstdlib>
-#include <string_view>
+#include <utility>
 
 namespace quillon {
 
@@ -14,32 +16,104 @@ bool isWaylandSession() {
            (type != nullptr && std::string_view(type) == "wayland");
 }
 
+xcb_connection_t* toolkitConnection() {
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 == nullptr ? nullptr : x11->connection();
+}
+
+/// What is to be done when somebody calls exit() while the event loop runs, as the toolkit does
+/// when the X server goes: nothing of what lives on the main function's stack is destroyed then.
+std::function<void()>& uponExit() {
+    static std::function<void()> done;
+    return done;
+}
+
 } // namespace
 
-LinuxPlatform::LinuxPlatform() = default;
+LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::string_view)> screenUrl)
+    : session_(session), server_(session.diagnostics, displays_, [this] { displayLost(); }),
+      events_(
+          session.runLoop, session.diagnostics, displays_, [this] { return server_.isGranted(); },
+          helperProgram("quillon-watchdog")),
+      monitors_(ownWindows_), application_(currentEvent_),
+      statusBar_(session.runLoop, session.diagnostics, currentEvent_),
+      popovers_({displays_, &statusBar_, [this] { return inputTime(); }, std::move(screenUrl)}),
+      menus_(displays_), alerts_([this] { return inputTime(); }), loginItem_(thisProgram()),
+      workspace_(session.diagnostics), updateMessages_([this] { return inputTime(); }),
+      updaters_({session.runLoop, session.bundle, session.userDefaults.standard(),
+                 session.diagnostics, workspace_, updateMessages_}),
+      services_{.runLoop = session.runLoop,
+                .events = events_,
+                .displays = displays_,
+                .accessibility = server_,
+                .scripting = scripting_,
+                .userDefaults = session.userDefaults,
+                .bundle = session.bundle,
+                .diagnostics = session.diagnostics,
+                .monitors = monitors_,
+                .application = application_,
+                .statusBar = statusBar_,
+                .images = images_,
+                .animator = animator_,
+                .popovers = popovers_,
+                .menus = menus_,
+                .alerts = alerts_,
+                .loginItem = loginItem_,
+                .updaters = updaters_,
+                .workspace = workspace_} {
+    if (xcb_connection_t* connection = toolkitConnection()) {
+        ownWindows_.add(connection);
+    }
+}
 
 LinuxPlatform::~LinuxPlatform() {
     // Scripts that are still running use the services that are about to go.
-    runLoop_.finishBackground();
+    session_.runLoop.finishBackground();
 }
 
 void LinuxPlatform::describeSession() {
     if (isWaylandSession()) {
-        diagnostics_.line("⚠️ This is a Wayland session: edge gestures work only over X11 "
-                          "programs, and desktops "
-                          "may not switch; log in to an X11 session for both");
+        session_.diagnostics.line(
+            "⚠️ This is a Wayland session: edge gestures work only over X11 "
+            "programs, and desktops "
+            "may not switch; log in to an X11 session for both");
     }
 }
 
 int LinuxPlatform::run() {
-    const int status = runLoop_.run();
-    userDefaults_.flush();
+    uponExit() = [this] {
+        displayLost();
+        session_.userDefaults.flush();
+        std::_Exit(EXIT_FAILURE);
+    };
+    [[maybe_unused]] static const int registered = std::atexit([] {
+        if (uponExit()) {
+            uponExit()();
+        }
+    });
+    application_.finishLaunching();
+    const int status = session_.runLoop.run();
+    uponExit() = nullptr;
+    session_.userDefaults.flush();
     return status;
 }
 
 void LinuxPlatform::displayLost() {
-    diagnostics_.line("❌ The X server is gone; ending");
-    runLoop_.quit(1);
+    if (!std::exchange(isDisplayLost_, true)) {
+        session_.diagnostics.line("❌ The X server is gone; ending");
+        session_.runLoop.quit(EXIT_FAILURE);
+    }
+}
+
+void LinuxPlatform::reopen(std::optional<std::uint32_t> inputTime) {
+    reopenTime_ = inputTime.value_or(0);
+    application_.reopen();
+    reopenTime_ = 0;
+}
+
+std::uint32_t LinuxPlatform::inputTime() const {
+    const auto& action = currentEvent_.get();
+    return action ? action->time : reopenTime_;
 }
 
 } // namespace quillon

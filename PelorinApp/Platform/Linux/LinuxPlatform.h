@@ -1,23 +1,40 @@
 #pragma once
 
-#include "Platform/Linux/session/ConfigHome.h"
-#include "Platform/Linux/session/FileBundle.h"
-#include "Platform/Linux/session/FileUserDefaults.h"
+#include "Platform/Linux/QtApplication.h"
+#include "Platform/Linux/session/AutostartLoginItem.h"
+#include "Platform/Linux/session/DesktopWorkspace.h"
 #include "Platform/Linux/session/InstalledFiles.h"
-#include "Platform/Linux/session/QtRunLoop.h"
-#include "Platform/Linux/session/StandardOutput.h"
+#include "Platform/Linux/session/LinuxSession.h"
+#include "Platform/Linux/tray/CurrentEvent.h"
+#include "Platform/Linux/tray/LinuxImages.h"
+#include "Platform/Linux/tray/LinuxStatusBar.h"
+#include "Platform/Linux/updates/FeedUpdaters.h"
+#include "Platform/Linux/windows/QtAnimator.h"
+#include "Platform/Linux/windows/QuickPopover.h"
+#include "Platform/Linux/windows/UpdateMessages.h"
+#include "Platform/Linux/windows/WidgetAlerts.h"
+#include "Platform/Linux/windows/WidgetMenus.h"
 #include "Platform/Linux/x11/DesktopScripting.h"
 #include "Platform/Linux/x11/X11Displays.h"
+#include "Platform/Linux/x11/X11EventMonitors.h"
 #include "Platform/Linux/x11/X11EventServices.h"
 #include "Platform/Linux/x11/X11Session.h"
 #include "Platform/Platform.h"
 
+#include <QUrl>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string_view>
+
 namespace quillon {
 
-/// The services of a Linux desktop. A QCoreApplication must exist first.
+/// The services of a Linux desktop. A QApplication must exist first, and so a display.
 class LinuxPlatform {
   public:
-    LinuxPlatform();
+    /// `screenUrl` answers where the Quick item of a screen's name is.
+    LinuxPlatform(LinuxSession& session, std::function<QUrl(std::string_view)> screenUrl);
     ~LinuxPlatform();
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
@@ -25,29 +42,41 @@ class LinuxPlatform {
     /// Says what will not work on this kind of session, if anything.
     void describeSession();
 
-    /// Runs until the program is asked to end, or the X server goes (status 1), and sees what is
-    /// still to be saved onto the disk.
+    /// Launches the application and runs until it is asked to end, or the X server goes (status
+    /// 1), and sees what is still to be saved onto the disk.
     int run();
 
+    /// The program was started again, by input at this X time where that is known.
+    void reopen(std::optional<std::uint32_t> inputTime);
+
     [[nodiscard]] Platform& services() { return services_; }
-    [[nodiscard]] FileUserDefaultsStores& userDefaults() { return userDefaults_; }
 
   private:
     void displayLost();
+    [[nodiscard]] std::uint32_t inputTime() const;
 
-    StandardOutput diagnostics_;
-    FileBundle bundle_{diagnostics_};
-    QtRunLoop runLoop_;
-    FileUserDefaultsStores userDefaults_{configHome(), bundle_.identifier(), runLoop_,
-                                         diagnostics_};
+    LinuxSession& session_;
+    bool isDisplayLost_ = false;
+    std::uint32_t reopenTime_ = 0;
+    CurrentEvent currentEvent_;
     X11Displays displays_;
-    X11Session session_{diagnostics_, displays_, [this] { displayLost(); }};
-    X11EventServices events_{runLoop_, diagnostics_, displays_,
-                             [this] { return session_.isGranted(); },
-                             helperProgram("quillon-watchdog")};
+    X11Session server_;
+    X11EventServices events_;
+    OwnWindows ownWindows_;
+    X11EventMonitors monitors_;
     DesktopScripting scripting_;
-    Platform services_{runLoop_,   events_,       displays_, session_,
-                       scripting_, userDefaults_, bundle_,   diagnostics_};
+    QtApplication application_;
+    LinuxStatusBar statusBar_;
+    LinuxImages images_;
+    QtAnimator animator_;
+    QuickPopovers popovers_;
+    WidgetMenus menus_;
+    WidgetAlerts alerts_;
+    AutostartLoginItem loginItem_;
+    DesktopWorkspace workspace_;
+    UpdateMessages updateMessages_;
+    FeedUpdaters updaters_;
+    Platform services_;
 };
 
 } // namespace quillon

@@ -1,7 +1,5 @@
 #include "Platform/Simulated/SimulatedDesktop.h"
 
-#include <utility>
-
 namespace quillon {
 
 class SimulatedScripting::SimulatedScript final : public Script {
@@ -31,9 +29,27 @@ std::optional<std::string> SimulatedBundle::infoString(std::string_view key) con
     return found == info.end() ? std::nullopt : std::optional(found->second);
 }
 
-SimulatedDesktop::SimulatedDesktop(ActionSink sink)
-    : events(sink), scripting(sink),
-      diagnostics(std::move(sink)), platform{runLoop,   events,       displays, accessibility,
-                                             scripting, userDefaults, bundle,   diagnostics} {}
+SimulatedDesktop::SimulatedDesktop(const ActionSink& sink)
+    : events(sink), scripting(sink), diagnostics(sink), application(sink), statusBar(sink),
+      popovers(sink), menus(sink), updaters(sink),
+      workspace(sink), platform{.runLoop = runLoop,
+                                .events = events,
+                                .displays = displays,
+                                .accessibility = accessibility,
+                                .scripting = scripting,
+                                .userDefaults = userDefaults,
+                                .bundle = bundle,
+                                .diagnostics = diagnostics,
+                                .monitors = monitors,
+                                .application = application,
+                                .statusBar = statusBar,
+                                .images = images,
+                                .animator = animator,
+                                .popovers = popovers,
+                                .menus = menus,
+                                .alerts = alerts,
+                                .loginItem = loginItem,
+                                .updaters = updaters,
+                                .workspace = workspace} {}
 
 } // namespace quillon

@@ -3,6 +3,8 @@
 #include "Platform/Platform.h"
 #include "Platform/Simulated/ActionSink.h"
 #include "Platform/Simulated/SimulatedEventServices.h"
+#include "Platform/Simulated/SimulatedShell.h"
+#include "Platform/Simulated/SimulatedStatusBar.h"
 #include "Platform/Simulated/SimulatedUserDefaults.h"
 #include "Platform/Simulated/VirtualRunLoop.h"
 
@@ -68,7 +70,7 @@ class SimulatedDiagnostics final : public Diagnostics {
 /// moves. It starts with one screen of 1440 × 900 points, the pointer in its centre, trusted.
 class SimulatedDesktop {
   public:
-    explicit SimulatedDesktop(ActionSink sink = [](std::string_view, const std::string&) {});
+    explicit SimulatedDesktop(const ActionSink& sink = [](std::string_view, const std::string&) {});
 
     /// Queued work may own what uses the services, so it goes while they are still there.
     ~SimulatedDesktop() { runLoop.discardQueued(); }
@@ -83,6 +85,17 @@ class SimulatedDesktop {
     SimulatedUserDefaultsStores userDefaults;
     SimulatedBundle bundle;
     SimulatedDiagnostics diagnostics;
+    SimulatedEventMonitors monitors;
+    SimulatedApplication application;
+    SimulatedStatusBar statusBar;
+    SimulatedImages images;
+    SimulatedAnimator animator{runLoop};
+    SimulatedPopovers popovers;
+    SimulatedMenus menus;
+    SimulatedAlerts alerts;
+    SimulatedLoginItem loginItem;
+    SimulatedUpdaters updaters;
+    SimulatedWorkspace workspace;
     Platform platform;
 };
 

@@ -48,8 +48,10 @@ TimerRef VirtualRunLoop::scheduleRepeating(double seconds, std::function<void()>
 }
 
 std::chrono::system_clock::time_point VirtualRunLoop::now() const {
-    return std::chrono::system_clock::time_point(std::chrono::microseconds(time_));
+    return std::chrono::system_clock::time_point(std::chrono::microseconds(time_ + clockOffset_));
 }
+
+void VirtualRunLoop::stepClock(double seconds) { clockOffset_ += toMicroseconds(seconds); }
 
 double VirtualRunLoop::uptime() const { return static_cast<double>(time_) / microsecondsPerSecond; }
 

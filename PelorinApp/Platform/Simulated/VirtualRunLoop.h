@@ -24,6 +24,9 @@ class VirtualRunLoop final : public RunLoop {
 
     [[nodiscard]] Microseconds time() const { return time_; }
 
+    /// Somebody sets the wall clock; uptime and timers know nothing of it.
+    void stepClock(double seconds);
+
     /// Runs the main queue, then the background queue, until both are empty.
     void drain();
 
@@ -56,6 +59,7 @@ class VirtualRunLoop final : public RunLoop {
     void fireNext();
 
     Microseconds time_ = 0;
+    Microseconds clockOffset_ = 0;
     std::uint64_t timersMade_ = 0;
     std::map<Due, std::shared_ptr<VirtualTimer>> timers_;
     MainQueue main_;

@@ -46,4 +46,5 @@ int inject(const Display& display);
 int listGrabs(const Display& display);
 int listButtonsDown(const Display& display);
 int listConnections(const Display& display, std::uint32_t process);
+int watchPixels(const Display& display, int x, int y, int width, int height);
 int killConnection(const Display& display, std::uint32_t resource);

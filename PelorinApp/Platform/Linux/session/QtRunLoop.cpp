@@ -1,5 +1,7 @@
 #include "Platform/Linux/session/QtRunLoop.h"
 
+#include "Platform/Linux/session/EndSignals.h"
+
 #include <QCoreApplication>
 #include <QObject>
 #include <QRunnable>
@@ -7,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <csignal>
 #include <utility>
 #include <vector>
 
@@ -29,12 +30,7 @@ class BackgroundWork final : public QRunnable {
 
 /// The signals that ask the program to end, as a descriptor instead of an interruption.
 int takeSignals() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        sigaddset(&signals, signal);
-    }
-    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    const sigset_t signals = blockEndSignals();
     return signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
 }
 

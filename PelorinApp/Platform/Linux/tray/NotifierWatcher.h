@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/tray/SessionBus.h"
+#include "Platform/Linux/tray/BusConnection.h"
 #include "Platform/RunLoop.h"
 
 #include <QObject>
@@ -35,7 +35,7 @@ class NotifierWatcher final : public QObject {
 
     std::function<void()> changed_;
     QString owner_;
-    SessionBus bus_;
+    BusConnection bus_;
 };
 
 /// The well-known name and interface of the watcher.

@@ -43,9 +43,6 @@ void X11Session::connect() {
     if (!granted_) {
         say("⚠️ The X server does not grant input control (XInput 2.1 and XTEST); nothing is "
             "held");
-        // Another server may grant it: a display can be restarted under the same name.
-        connection_.reset();
-        return;
     }
     displays_.follow(*connection_);
     notifier_ = std::make_unique<QSocketNotifier>(connection_->descriptor(), QSocketNotifier::Read);
@@ -59,7 +56,7 @@ void X11Session::connect() {
                              displays_.handleEvent(*event);
                          }
                      });
-    if (said_ != nullptr) {
+    if (granted_ && said_ != nullptr) {
         say("✅ The X server grants input control");
     }
 }

@@ -27,6 +27,9 @@ class X11Session final : public Accessibility {
 
     [[nodiscard]] bool isGranted() const { return granted_; }
 
+    /// Null while there is none.
+    [[nodiscard]] X11Connection* connection() const { return connection_.get(); }
+
   private:
     void connect();
     void readEvents();

@@ -1,27 +1,17 @@
-#include "Platform/Linux/tray/SessionBus.h"
+#include "Platform/Linux/tray/BusConnection.h"
 
-#include <QFile>
+#include "Platform/Linux/session/SessionBus.h"
+
 #include <QUuid>
 
 namespace quillon {
 
-QString sessionBusAddress() {
-    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    if (!address.isEmpty()) {
-        return address.startsWith(QLatin1String("autolaunch")) ? QString() : address;
-    }
-    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString socket = folder + QStringLiteral("/bus");
-    return !folder.isEmpty() && QFile::exists(socket) ? QStringLiteral("unix:path=") + socket
-                                                      : QString();
-}
-
-SessionBus::SessionBus(RunLoop& runLoop, std::function<void()> connected)
+BusConnection::BusConnection(RunLoop& runLoop, std::function<void()> connected)
     : connected_(std::move(connected)) {
-    const QString address = sessionBusAddress();
-    if (address.isEmpty()) {
+    if (!hasSessionBus()) {
         return;
     }
+    const QString address = QString::fromStdString(sessionBusAddress());
     const std::weak_ptr<bool> alive = alive_;
     connecting_ = std::jthread([this, &runLoop, address, alive] {
         const QString name = QUuid::createUuid().toString();
@@ -37,7 +27,7 @@ SessionBus::SessionBus(RunLoop& runLoop, std::function<void()> connected)
     });
 }
 
-SessionBus::~SessionBus() {
+BusConnection::~BusConnection() {
     if (connection_) {
         QDBusConnection::disconnectFromBus(connection_->name());
     }

@@ -3,7 +3,6 @@
 #include "Platform/RunLoop.h"
 
 #include <QDBusConnection>
-#include <QString>
 
 #include <functional>
 #include <memory>
@@ -12,18 +11,15 @@
 
 namespace quillon {
 
-/// The address of the session's bus; nothing when there is none, so that none is started.
-[[nodiscard]] QString sessionBusAddress();
-
 /// A connection to the session's bus that is made in the background: a bus may take its time.
-class SessionBus {
+class BusConnection {
   public:
     /// `connected` is called on the main thread, once, when there is a connection; never when
-    /// there is none.
-    SessionBus(RunLoop& runLoop, std::function<void()> connected);
-    SessionBus(const SessionBus&) = delete;
-    SessionBus& operator=(const SessionBus&) = delete;
-    ~SessionBus();
+    /// there is none. settleSessionBus() must have been called.
+    BusConnection(RunLoop& runLoop, std::function<void()> connected);
+    BusConnection(const BusConnection&) = delete;
+    BusConnection& operator=(const BusConnection&) = delete;
+    ~BusConnection();
 
     /// Only once it is connected.
     [[nodiscard]] QDBusConnection& connection() { return *connection_; }

@@ -1,0 +1,51 @@
+#include "Platform/Linux/QtApplication.h"
+
+#include <QGuiApplication>
+
+#include <utility>
+
+namespace quillon {
+
+QtApplication::QtApplication(const CurrentEvent& currentEvent) : currentEvent_(currentEvent) {
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &receiver_,
+                     [this](Qt::ApplicationState state) { tellIfActive(state); });
+}
+
+void QtApplication::setDelegate(std::weak_ptr<ApplicationDelegate> delegate) {
+    delegate_ = std::move(delegate);
+}
+
+void QtApplication::setActivationPolicy(ActivationPolicy /*policy*/) {}
+
+std::optional<EventType> QtApplication::currentEvent() const {
+    const auto& action = currentEvent_.get();
+    return action ? std::optional(action->type) : std::nullopt;
+}
+
+void QtApplication::terminate(Sender* /*sender*/) {
+    // Queued, so that who asked for it comes to an end first.
+    QMetaObject::invokeMethod(
+        qGuiApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+}
+
+void QtApplication::finishLaunching() {
+    if (const auto delegate = delegate_.lock()) {
+        QGuiApplication::setQuitOnLastWindowClosed(
+            delegate->applicationShouldTerminateAfterLastWindowClosed());
+        delegate->applicationDidFinishLaunching();
+    }
+}
+
+void QtApplication::reopen() {
+    if (const auto delegate = delegate_.lock()) {
+        delegate->applicationShouldHandleReopen();
+    }
+}
+
+void QtApplication::tellIfActive(Qt::ApplicationState state) {
+    if (const auto delegate = delegate_.lock(); delegate && state == Qt::ApplicationActive) {
+        delegate->applicationDidBecomeActive();
+    }
+}
+
+} // namespace quillon

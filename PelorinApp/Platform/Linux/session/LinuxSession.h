@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Platform/Linux/session/ConfigHome.h"
+#include "Platform/Linux/session/FileBundle.h"
+#include "Platform/Linux/session/FileUserDefaults.h"
+#include "Platform/Linux/session/QtRunLoop.h"
+#include "Platform/Linux/session/StandardOutput.h"
+
+namespace quillon {
+
+/// The services that need no display. A QCoreApplication must exist first.
+struct LinuxSession {
+    LinuxSession() = default;
+    LinuxSession(const LinuxSession&) = delete;
+    LinuxSession& operator=(const LinuxSession&) = delete;
+    ~LinuxSession() = default;
+
+    StandardOutput diagnostics;
+    FileBundle bundle{diagnostics};
+    QtRunLoop runLoop;
+    FileUserDefaultsStores userDefaults{configHome(), bundle.identifier(), runLoop, diagnostics};
+};
+
+} // namespace quillon

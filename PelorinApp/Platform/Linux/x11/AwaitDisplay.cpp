@@ -1,0 +1,26 @@
+#include "Platform/Linux/x11/AwaitDisplay.h"
+
+#include "Platform/Linux/session/EndSignals.h"
+#include "Platform/Linux/x11/X11Connection.h"
+
+#include <ctime>
+
+namespace quillon {
+
+bool awaitDisplay(Diagnostics& diagnostics) {
+    constexpr timespec pause{2, 0};
+    bool said = false;
+    while (!X11Connection::open()) {
+        if (!said) {
+            diagnostics.line("⚠️ No X server to be reached; waiting for one");
+            said = true;
+        }
+        const sigset_t signals = blockEndSignals();
+        if (sigtimedwait(&signals, nullptr, &pause) > 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace quillon

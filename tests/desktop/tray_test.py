@@ -1,0 +1,215 @@
+#!/usr/bin/env python3
+"""The item in the tray, the hub that it opens and the menu, on the panels and window managers that
+people have."""
+
+import signal
+import time
+import unittest
+
+from quillon_desktop import HEIGHT, WIDTH
+from shell_desktop import SCREEN, NotifierShell, ShellTest
+from witnesses import wait_until
+
+OPENING = 0.35  # seconds after opening within which clicks elsewhere do not count
+FAR = (WIDTH // 3, HEIGHT * 3 // 4)
+
+
+class TrayTests:
+    """The same on each of them."""
+
+    def test_left_click_opens_and_left_click_closes(self):
+        self.start_shell()
+        shell = self.shell
+        for _ in range(3):
+            shell.open_hub()
+            self.assertTrue(SCREEN.contains(shell.hub_place()), shell.hub_place())
+            shell.click_item()
+            shell.await_no_hub()
+        self.assertIsNone(shell.menu())
+
+    def test_the_hub_is_in_no_taskbar_or_pager_and_on_every_desktop(self):
+        self.start_shell()
+        self.shell.open_hub()
+        hub = self.shell.hub()
+        state = self.desktop.run("xprop", "-id", hub, "_NET_WM_STATE", "_NET_WM_DESKTOP")
+        for part in ("SKIP_TASKBAR", "SKIP_PAGER", "= 4294967295"):
+            self.assertIn(part, state)
+
+    def test_clicks_outside(self):
+        """Not in the first moments, then the first one closes it."""
+        self.start_shell()
+        for _ in range(3):
+            self.shell.open_hub()
+            opened = time.monotonic()  # or a little later than it was
+            self.injector.move(*FAR)
+            while self.shell.hub() is not None:
+                clicked = time.monotonic()
+                self.injector.click(1)
+                self.assertLess(clicked - opened, 5, "a click outside did not close it")
+            self.assertGreater(time.monotonic() - opened, OPENING - 0.15)
+
+    def test_the_menu_by_mouse_and_keyboard(self):
+        quillon = self.start_shell()
+        shell = self.shell
+        shell.click_item(3)
+        menu = shell.await_menu()
+        self.assertTrue(SCREEN.contains(menu), menu)
+        self.assertIsNone(shell.hub())
+        shell.press_key("Escape")
+        shell.await_no_menu()
+
+        shell.click_item(3)
+        shell.await_menu()
+        self.injector.move(*FAR)
+        self.injector.click(1)
+        shell.await_no_menu()
+
+        shell.click_item(3)
+        shell.await_menu()
+        shell.press_key("Up", "Return")
+        self.assertEqual(quillon.wait(), 0)
+
+    def test_quit_by_mouse(self):
+        quillon = self.start_shell()
+        self.shell.click_item(3)
+        menu = self.shell.await_menu()
+        self.injector.move(menu.x + menu.width // 2, menu.y + menu.height - 14)
+        self.injector.click(1)
+        self.assertEqual(quillon.wait(), 0)
+
+    def test_a_right_click_leaves_the_hub_as_it_is(self):
+        self.start_shell()
+        self.shell.open_hub()
+        self.shell.click_item(3)
+        self.shell.await_menu()
+        self.assertIsNotNone(self.shell.hub())
+        self.shell.press_key("Escape")
+        self.shell.await_no_menu()
+        self.assertIsNotNone(self.shell.hub())
+
+    def test_escape_closes(self):
+        self.start_shell()
+        self.shell.open_hub()
+        self.shell.press_key("Escape")
+        self.shell.await_no_hub()
+
+    def test_the_panel_is_killed_and_starts_again(self):
+        self.start_shell()
+        for _ in range(2):
+            self.restart_panel()
+            started = time.monotonic()
+            self.shell.await_item()
+            print(f"{self.id()}: {time.monotonic() - started:.2f} s after the panel")
+            self.assertLess(time.monotonic() - started, 1)
+            self.shell.open_hub()
+            self.shell.click_item()
+            self.shell.await_no_hub()
+
+    def restart_panel(self):
+        self.desktop.panel.send_signal(signal.SIGKILL)
+        self.desktop.panel.wait()
+        wait_until(lambda: self.shell.item() is None, "the item is gone with the panel")
+        self.desktop.start_panel(self.options["panel"])
+
+
+class NotifierTests(TrayTests):
+    shell_type = NotifierShell
+
+    def setUp(self):
+        super().setUp()
+        self._host = self.shell.start_host()
+        self.addCleanup(lambda: self.desktop.end(self._host))
+
+    def restart_panel(self):
+        self._host.send_signal(signal.SIGKILL)
+        self._host.wait()
+        self._host = self.shell.start_host()
+
+
+class Tint2Openbox(TrayTests, ShellTest):
+    pass
+
+
+class Tint2Icewm(TrayTests, ShellTest):
+    options = {"panel": "tint2", "bus": True, "window_manager": "icewm"}
+
+
+class Tint2Xfwm4(TrayTests, ShellTest):
+    options = {"panel": "tint2", "bus": True, "window_manager": "xfwm4"}
+
+
+class Xfce4PanelOpenbox(TrayTests, ShellTest):
+    options = {"panel": "xfce4-panel", "bus": True}
+
+
+class Xfce4PanelIcewm(TrayTests, ShellTest):
+    options = {"panel": "xfce4-panel", "bus": True, "window_manager": "icewm"}
+
+
+class Xfce4PanelXfwm4(TrayTests, ShellTest):
+    options = {"panel": "xfce4-panel", "bus": True, "window_manager": "xfwm4-composited"}
+
+
+class NotifierOpenbox(NotifierTests, ShellTest):
+    options = {"bus": True}
+
+
+class NotifierIcewm(NotifierTests, ShellTest):
+    options = {"bus": True, "window_manager": "icewm"}
+
+
+class NotifierXfwm4(NotifierTests, ShellTest):
+    options = {"bus": True, "window_manager": "xfwm4"}
+
+
+class NoTray(ShellTest):
+    options = {"bus": True}
+
+    def test_it_says_so_and_a_second_start_shows_the_hub(self):
+        quillon = self.start_quillon()
+        quillon.wait_for_line("No tray on this desktop")
+        for _ in range(2):  # the second time it is open already, and stays
+            self.assertEqual(self.run_quillon().wait(), 0)
+            self.shell.await_hub()
+            wait_until(self.shell.hub_has_focus, "the hub has the keyboard's focus")
+            self.assertTrue(SCREEN.contains(self.shell.hub_place()))
+        self.shell.press_key("Escape")
+        self.shell.await_no_hub()
+
+    def test_a_tray_that_comes_late(self):
+        quillon = self.start_quillon()
+        quillon.wait_for_line("No tray on this desktop")
+        self.desktop.start_panel("tint2")
+        self.addCleanup(lambda: self.desktop.end(self.desktop.panel))
+        quillon.wait_for_line("The tray is there")
+        self.shell.open_hub()
+
+
+class OtherPlaces(ShellTest):
+    """Panels elsewhere than at the top."""
+
+    options = {"bus": True}
+
+    def open_beside(self, panel: str):
+        self.desktop.start_panel(panel)
+        self.addCleanup(lambda: self.desktop.end(self.desktop.panel))
+        self.start_shell()
+        self.shell.open_hub()
+        place = self.shell.hub_place()
+        self.assertTrue(SCREEN.contains(place), place)
+        return self.shell.await_item(), place
+
+    def test_a_panel_at_the_bottom(self):
+        item, hub = self.open_beside("tint2-bottom")
+        self.assertLessEqual(hub.y + hub.height, HEIGHT - 30)
+        self.assertGreater(hub.y + hub.height, HEIGHT - 30 - 20)
+        self.assertLessEqual(abs(hub.x + hub.width // 2 - item.middle[0]), WIDTH)
+
+    def test_a_panel_at_the_left(self):
+        _item, hub = self.open_beside("tint2-left")
+        self.assertGreaterEqual(hub.x, 90)
+        self.assertLess(hub.x, 90 + 20)
+
+
+if __name__ == "__main__":
+    unittest.main()
