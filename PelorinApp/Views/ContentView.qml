@@ -62,14 +62,14 @@ Item {
             left: parent.left; right: parent.right; top: titleRow.bottom; bottom: parent.bottom
             margins: Theme.margin * 2
         }
-        text: qsTr("Tools are set up with <tt>quillon&nbsp;defaults</tt> for now.")
-        textFormat: Text.StyledText
+        text: qsTr("Tools are set up with\n“quillon defaults” for now.")
         color: Theme.secondaryText
         font.pixelSize: Theme.bodySize
+        lineHeight: 1.2
         wrapMode: Text.WordWrap
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         Accessible.role: Accessible.StaticText
-        Accessible.name: qsTr("Tools are set up with quillon defaults for now.")
+        Accessible.name: text
     }
 }

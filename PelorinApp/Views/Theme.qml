@@ -9,11 +9,11 @@ QtObject {
     readonly property SystemPalette palette: SystemPalette { colorGroup: SystemPalette.Active }
     readonly property bool dark: palette.window.hslLightness < 0.5
 
-    readonly property color surface: dark ? palette.window : mix(palette.window, "white", 0.72)
+    readonly property color surface: dark ? palette.window : tinted(palette.window, "#ffffff", 0.72)
     readonly property color text: palette.windowText
-    readonly property color secondaryText: mix(surface, text, 0.58)
-    readonly property color separator: mix(surface, text, dark ? 0.10 : 0.08)
-    readonly property color border: mix(surface, dark ? "white" : "black", dark ? 0.20 : 0.20)
+    readonly property color secondaryText: tinted(surface, text, 0.62)
+    readonly property color separator: tinted(surface, text, dark ? 0.10 : 0.08)
+    readonly property color border: tinted(surface, dark ? "#ffffff" : "#000000", 0.22)
     readonly property color accent: palette.highlight
 
     readonly property real cornerRadius: 12
@@ -26,8 +26,9 @@ QtObject {
     readonly property int bodySize: 13 // in points of the screen, which Qt calls pixels
     readonly property int smallSize: 12
 
-    function mix(from: color, to: color, amount: real): color {
-        return Qt.rgba(from.r + (to.r - from.r) * amount, from.g + (to.g - from.g) * amount,
-                       from.b + (to.b - from.b) * amount, 1)
+    // The colour with so much (0…1) of another over it.
+    function tinted(base, over, amount) {
+        const colour = Qt.color(over)
+        return Qt.tint(base, Qt.rgba(colour.r, colour.g, colour.b, amount))
     }
 }

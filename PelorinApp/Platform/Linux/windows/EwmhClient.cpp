@@ -14,6 +14,7 @@ namespace {
 constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
 constexpr std::uint32_t sourceApplication = 1;
 constexpr std::uint32_t stateAdd = 1;
+constexpr std::uint32_t withdrawnState = 0; // or there is no state at all
 
 xcb_window_t nativeId(const QWindow& window) { return static_cast<xcb_window_t>(window.winId()); }
 
@@ -58,7 +59,7 @@ EwmhClient::EwmhClient(std::function<std::uint32_t()> inputTime)
     root_ = screenOf(connection_, screenNumber)->root;
 
     const std::string compositor = "_NET_WM_CM_S" + std::to_string(screenNumber);
-    const std::array<std::pair<std::string_view, xcb_atom_t*>, 11> names{{
+    const std::array<std::pair<std::string_view, xcb_atom_t*>, 12> names{{
         {"_NET_ACTIVE_WINDOW", &atoms_.activeWindow},
         {compositor, &atoms_.compositor},
         {"_NET_WM_DESKTOP", &atoms_.desktop},
@@ -70,6 +71,7 @@ EwmhClient::EwmhClient(std::function<std::uint32_t()> inputTime)
         {"_NET_SUPPORTING_WM_CHECK", &atoms_.supportingCheck},
         {"_NET_WM_USER_TIME", &atoms_.userTime},
         {"_NET_WM_USER_TIME_WINDOW", &atoms_.userTimeWindow},
+        {"WM_STATE", &atoms_.wmState},
     }};
     std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
     for (std::size_t i = 0; i < names.size(); ++i) {
@@ -82,6 +84,11 @@ EwmhClient::EwmhClient(std::function<std::uint32_t()> inputTime)
             xcb_intern_atom_reply(connection_, cookies[i], nullptr));
         *names[i].second = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     }
+}
+
+bool EwmhClient::isWithdrawn(QWindow& window) const {
+    return connection_ == nullptr || window.handle() == nullptr ||
+           firstValue(connection_, nativeId(window), atoms_.wmState) == withdrawnState;
 }
 
 void EwmhClient::markAccessory(QWindow& window) const {

@@ -20,6 +20,10 @@ class EwmhClient {
     /// acting on, 0 when it knows of none.
     explicit EwmhClient(std::function<std::uint32_t()> inputTime);
 
+    /// Whether the window manager has dealt with the last hiding of the window. One that is shown
+    /// again before may be taken away in its stead.
+    [[nodiscard]] bool isWithdrawn(QWindow& window) const;
+
     /// Makes the window one that has no place in taskbars and pagers and is on every desktop. To be
     /// called each time before the window is shown, since window managers take the marks off when
     /// it is hidden.
@@ -51,7 +55,7 @@ class EwmhClient {
 
     struct Atoms {
         xcb_atom_t activeWindow, compositor, desktop, state, stateAbove, stateSkipPager,
-            stateSkipTaskbar, stateSticky, supportingCheck, userTime, userTimeWindow;
+            stateSkipTaskbar, stateSticky, supportingCheck, userTime, userTimeWindow, wmState;
     };
 
     std::function<std::uint32_t()> inputTime_;

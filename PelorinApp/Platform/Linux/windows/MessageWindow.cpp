@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QWindow>
@@ -14,6 +15,7 @@ namespace quillon {
 namespace {
 
 constexpr int cascade = 28;
+constexpr int narrowestText = 280;
 
 QMessageBox::Icon icon(AlertStyle style) {
     switch (style) {
@@ -66,7 +68,9 @@ MessageWindow::MessageWindow(Message message, std::function<std::uint32_t()> inp
     box_->setInformativeText(text(message.informativeText));
     box_->setWindowModality(message.isModal ? Qt::ApplicationModal : Qt::NonModal);
     // The popover is above ordinary windows, and a message must not open behind it.
-    box_->setWindowFlag(Qt::WindowStaysOnTopHint);
+    box_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                         Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
+    emphasizeMessage();
     if (message.buttons.empty()) {
         message.buttons.push_back({"OK", {}});
     }
@@ -83,6 +87,15 @@ MessageWindow::~MessageWindow() {
     box_->disconnect();
     box_->hide();
     box_->deleteLater();
+}
+
+void MessageWindow::emphasizeMessage() {
+    if (auto* label = box_->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        QFont bold = label->font();
+        bold.setBold(true);
+        label->setFont(bold);
+        label->setMinimumWidth(narrowestText);
+    }
 }
 
 void MessageWindow::addButtons(const std::vector<MessageButton>& buttons) {

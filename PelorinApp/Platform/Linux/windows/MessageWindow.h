@@ -45,6 +45,7 @@ class MessageWindow {
     [[nodiscard]] QMessageBox& box() { return *box_; }
 
   private:
+    void emphasizeMessage();
     void addButtons(const std::vector<MessageButton>& buttons);
 
     EwmhClient manager_;

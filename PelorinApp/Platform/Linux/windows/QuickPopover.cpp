@@ -7,6 +7,7 @@
 #include <QQuickWindow>
 #include <QScreen>
 
+#include <chrono>
 #include <utility>
 
 namespace quillon {
@@ -14,6 +15,8 @@ namespace quillon {
 namespace {
 
 constexpr double gap = 6;
+constexpr std::chrono::milliseconds retryInterval{2};
+constexpr std::chrono::milliseconds longestWait{250};
 
 /// The part of the main screen that no panel has reserved for itself.
 Rect freeArea(const ScreenGeometry& geometry) {
@@ -48,6 +51,8 @@ QuickPopover::QuickPopover(const PopoverSurroundings& surroundings, std::string_
         }
     });
     idle_.start();
+    retry_.setInterval(retryInterval);
+    QObject::connect(&retry_, &QTimer::timeout, &retry_, [this] { present(); });
 }
 
 bool QuickPopover::prepareStep() {
@@ -95,11 +100,21 @@ void QuickPopover::show(const View& anchor, RectEdge preferredEdge) {
         makeKeyWindow();
         return;
     }
-    window.create();
-    window.shapeFor(manager_.isComposited());
-    manager_.markAccessory(window);
-    manager_.show(window);
-    manager_.confirmAccessory(window);
+    waiting_.start();
+    present();
+}
+
+void QuickPopover::present() {
+    if (!manager_.isWithdrawn(*window_) && !waiting_.hasExpired(longestWait.count())) {
+        retry_.start();
+        return;
+    }
+    retry_.stop();
+    window_->create();
+    window_->shapeFor(manager_.isComposited());
+    manager_.markAccessory(*window_);
+    manager_.show(*window_);
+    manager_.confirmAccessory(*window_);
 }
 
 void QuickPopover::place() {
@@ -126,12 +141,13 @@ void QuickPopover::place() {
 
 void QuickPopover::close() {
     if (std::exchange(shown_, false)) {
+        retry_.stop();
         window_->hide();
     }
 }
 
 void QuickPopover::makeKeyWindow() {
-    if (shown_) {
+    if (window_ && window_->isVisible()) {
         manager_.activate(*window_);
     }
 }

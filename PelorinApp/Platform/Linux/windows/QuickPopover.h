@@ -6,6 +6,7 @@
 #include "Platform/Linux/x11/X11Displays.h"
 #include "Platform/Popover.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 
 #include <cstdint>
@@ -56,6 +57,7 @@ class QuickPopover final : public Popover {
     bool prepareStep();
     PopoverWindow& preparedWindow();
     void place();
+    void present();
 
     PopoverSurroundings surroundings_;
     QUrl screen_;
@@ -63,6 +65,8 @@ class QuickPopover final : public Popover {
     EwmhClient manager_;
     std::unique_ptr<PopoverWindow> window_;
     QTimer idle_;
+    QTimer retry_;
+    QElapsedTimer waiting_;
     std::optional<Rect> anchor_; // nothing: in no window
     RectEdge preferredEdge_ = RectEdge::minY;
     bool warm_ = false;
