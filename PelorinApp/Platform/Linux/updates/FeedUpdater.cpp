@@ -111,14 +111,14 @@ void FeedUpdater::conclude(const UpdateFindings& findings) {
 }
 
 void FeedUpdater::concludeWith(const std::optional<PublishedVersion>& published, bool asked) {
-    if (!published || compareVersions(published->version, ownVersion_) <= 0) {
+    if (!published || std::is_lteq(compareVersions(published->version, ownVersion_))) {
         if (asked) {
             tell("You're up to date", named(ownVersion_) + " is the newest version.");
         }
         return;
     }
     const bool isNews =
-        lastOffered_.empty() || compareVersions(published->version, lastOffered_) > 0;
+        lastOffered_.empty() || std::is_gt(compareVersions(published->version, lastOffered_));
     if (isNews) {
         lastOffered_ = published->version;
     }

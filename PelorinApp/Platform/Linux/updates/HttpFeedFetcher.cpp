@@ -13,7 +13,7 @@ namespace quillon {
 namespace {
 
 constexpr int mostRedirects = 5;
-constexpr qint64 readAhead = 64 * 1024; // what may wait in memory beside what we have read
+constexpr qint64 readAhead = 0x10000; // bytes; what may wait in memory beside what we have read
 
 constexpr int firstSuccess = 200;
 constexpr int firstRedirect = 300;
@@ -40,9 +40,9 @@ QNetworkRequest requestFor(const QUrl& url, const std::string& userAgent) {
 
 class HttpFeedFetch final : public FeedFetch {
   public:
-    HttpFeedFetch(const QUrl& url, std::string userAgent,
+    HttpFeedFetch(RunLoop& runLoop, const QUrl& url, std::string userAgent,
                   std::function<void(FetchedFeed)> completion)
-        : userAgent_(std::move(userAgent)), completion_(std::move(completion)) {
+        : runLoop_(runLoop), userAgent_(std::move(userAgent)), completion_(std::move(completion)) {
         get(url);
     }
     HttpFeedFetch(const HttpFeedFetch&) = delete;
@@ -130,29 +130,31 @@ class HttpFeedFetch final : public FeedFetch {
     void complete(FetchedFeed result) {
         drop();
         // Later, as it may destroy this, and thus the manager, in the middle of a signal.
-        QMetaObject::invokeMethod(
-            &context_,
-            [this, held = std::move(result)]() mutable {
+        runLoop_.async([this, alive = std::weak_ptr(alive_), held = std::move(result)]() mutable {
+            if (!alive.expired()) {
                 const auto completion = std::move(completion_);
                 completion(std::move(held));
-            },
-            Qt::QueuedConnection);
+            }
+        });
     }
 
+    RunLoop& runLoop_;
     std::string userAgent_;
     std::function<void(FetchedFeed)> completion_;
     QNetworkAccessManager manager_;
     QNetworkReply* reply_ = nullptr; // the manager's; null once it is of no more interest
     int redirects_ = 0;
     std::string feed_;
-    QObject context_; // goes first: what comes later finds nobody
+    QObject context_; // goes before the manager: its last signals find nobody
+    std::shared_ptr<int> alive_ = std::make_shared<int>(); // what is queued holds it weakly
 };
 
 } // namespace
 
 std::unique_ptr<FeedFetch> HttpFeedFetcher::fetch(const std::string& address,
                                                   std::function<void(FetchedFeed)> completion) {
-    return std::make_unique<HttpFeedFetch>(feedUrl(address), userAgent_, std::move(completion));
+    return std::make_unique<HttpFeedFetch>(runLoop_, feedUrl(address), userAgent_,
+                                           std::move(completion));
 }
 
 } // namespace quillon

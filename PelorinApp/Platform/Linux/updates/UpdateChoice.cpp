@@ -51,7 +51,7 @@ std::optional<Candidate> candidate(const AppcastItem& item) {
 
 bool isNewer(const Candidate& candidate, const Candidate& than) {
     const auto order = compareVersions(candidate.readable, than.readable);
-    return order == 0 ? compareVersions(candidate.build, than.build) > 0 : order > 0;
+    return std::is_gt(std::is_eq(order) ? compareVersions(candidate.build, than.build) : order);
 }
 
 /// The first that may be given to a browser.

@@ -58,7 +58,7 @@ Parts partsOf(std::string_view text) {
 
 std::weak_ordering compareNumbers(std::string_view left, std::string_view right) {
     const auto bySize = left.size() <=> right.size();
-    return bySize != 0 ? bySize : left <=> right;
+    return std::is_neq(bySize) ? bySize : left <=> right;
 }
 
 std::weak_ordering compareLetters(std::string_view left, std::string_view right) {
@@ -83,7 +83,7 @@ std::weak_ordering compareRuns(const Part* left, std::size_t lefts, const Part* 
     constexpr Part zero{true, {}};
     for (std::size_t i = 0; i < std::max(lefts, rights); ++i) {
         const auto order = compareParts(i < lefts ? left[i] : zero, i < rights ? right[i] : zero);
-        if (order != 0) {
+        if (std::is_neq(order)) {
             return order;
         }
     }
@@ -109,7 +109,7 @@ std::weak_ordering compareVersions(std::string_view left, std::string_view right
     const std::size_t leftRelease = releaseLength(lefts);
     const std::size_t rightRelease = releaseLength(rights);
     const auto release = compareRuns(lefts.data(), leftRelease, rights.data(), rightRelease);
-    if (release != 0) {
+    if (std::is_neq(release)) {
         return release;
     }
     const std::size_t leftMore = lefts.size() - leftRelease;

@@ -38,7 +38,7 @@ struct HttpFeedFetcherTest : testing::Test {
     char* argv[2] = {name, nullptr};
     QCoreApplication application{argc, argv};
     QtRunLoop loop;
-    HttpFeedFetcher fetcher{"Quillon/0.1.0"};
+    HttpFeedFetcher fetcher{loop, "Quillon/0.1.0"};
     std::unique_ptr<FeedFetch> running;
     std::optional<FetchedFeed> result;
 
