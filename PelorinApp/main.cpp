@@ -3,6 +3,7 @@
 #include "DefaultsCommand.h"
 #include "PelorinAppApp.h"
 #include "Platform/Linux/LinuxPlatform.h"
+#include "Platform/Linux/session/EndSignals.h"
 #include "Platform/Linux/session/LinuxSession.h"
 #include "Platform/Linux/session/SessionBus.h"
 #include "Platform/Linux/session/ShowLevelCommand.h"
@@ -50,6 +51,7 @@ int runOnDisplay(int argc, char** argv) {
 }
 
 int run(int argc, char** argv) {
+    blockEndSignals(); // before there is any thread that they could end
     settleSessionBus();
     if (const auto status = SingleInstance::activateRunning(std::cerr)) {
         return *status;

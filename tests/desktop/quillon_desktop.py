@@ -14,7 +14,8 @@ _numbers = itertools.count(1)
 
 # What it says on every start.
 USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
-               "Setup complete!", "No tray on this desktop")
+               "Setup complete!", "No tray on this desktop", "Status bar item clicked",
+               "Popover opened", "Popover closed")
 
 
 class Quillon:

@@ -25,8 +25,6 @@ class Soak(ShellTest):
         """By clicks on the item, each when the one before has been seen to."""
         self.injector.move(*self.shell.await_item().middle)
         lines = self.quillon.lines
-        self.quillon.may_say("Popover")
-        self.quillon.may_say("Status bar item clicked")
         for number in range(times):
             done = sum("Popover" in line for line in lines()) + 1
             self.injector.click(1)
