@@ -15,8 +15,8 @@ namespace {
 constexpr std::chrono::milliseconds retryInterval{10};
 constexpr std::chrono::milliseconds longestWait{3000};
 
-/// Takes the pointer for the toolkit's client, which then takes it for the menu.
-bool takePointer() {
+/// Whether the toolkit will get the pointer for a menu; it does not say so itself.
+bool isPointerFree() {
     auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (x11 == nullptr) {
         return true;
@@ -28,7 +28,11 @@ bool takePointer() {
         xcb_grab_pointer(connection, 0, root, XCB_EVENT_MASK_BUTTON_RELEASE, XCB_GRAB_MODE_ASYNC,
                          XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
         nullptr));
-    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    const bool taken = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    if (taken) {
+        xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
+    }
+    return taken;
 }
 
 /// An ampersand would underline what follows it.
@@ -81,7 +85,7 @@ void MenuWidget::openAt(QPoint corner) {
 }
 
 void MenuWidget::openWhenPointerIsFree() {
-    if (!takePointer() && !waiting_.hasExpired(longestWait.count())) {
+    if (!isPointerFree() && !waiting_.hasExpired(longestWait.count())) {
         retry_.start();
         return;
     }
