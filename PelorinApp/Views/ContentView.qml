@@ -70,6 +70,6 @@ Item {
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         Accessible.role: Accessible.StaticText
-        Accessible.name: text
+        Accessible.name: text.replace("\n", " ")
     }
 }
