@@ -17,6 +17,10 @@
 
 #include <csignal>
 #include <iostream>
+#include <optional>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -26,7 +30,7 @@ using namespace quillon;
 void setUpToolkit() {
     // Gestures, tray and focus are X11's also where the session's own programs use another display.
     qputenv("QT_QPA_PLATFORM", "xcb");
-    QCoreApplication::setApplicationName(QStringLiteral("quillon"));
+    QCoreApplication::setApplicationName(QStringLiteral("Quillon"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Quillon"));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.pelorin.PelorinApp"));
 }
@@ -34,6 +38,10 @@ void setUpToolkit() {
 int runOnDisplay(int argc, char** argv) {
     setUpToolkit();
     const QApplication application(argc, argv);
+    settleSessionBus();
+    if (const auto status = SingleInstance::activateRunning(std::cerr)) {
+        return *status;
+    }
     LinuxSession session;
     LinuxPlatform platform(session, screenUrl);
     SingleInstance instance(
@@ -41,7 +49,7 @@ int runOnDisplay(int argc, char** argv) {
          .showVolumeLevel =
              [](double percent) { AppDelegate::showVolumeLevel(static_cast<float>(percent)); }},
         session.diagnostics);
-    if (!instance.claim()) {
+    if (!instance.claim()) { // another start was quicker
         return SingleInstance::activateRunning(std::cerr).value_or(EXIT_FAILURE);
     }
     Platform::setCurrent(&platform.services());
@@ -50,14 +58,36 @@ int runOnDisplay(int argc, char** argv) {
     return platform.run();
 }
 
+/// Without a display the instance that runs can be brought up all the same. In a process of its
+/// own: an application object that comes and goes would leave the next one without the toolkit's
+/// accessibility.
+std::optional<int> activateRunningApart() {
+    constexpr int noneRuns = 77;
+    const pid_t child = fork();
+    if (child == 0) {
+        settleSessionBus();
+        _exit(SingleInstance::activateRunning(std::cerr).value_or(noneRuns));
+    }
+    int status = 0;
+    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status) ||
+        WEXITSTATUS(status) == noneRuns) {
+        return std::nullopt;
+    }
+    return WEXITSTATUS(status);
+}
+
 int run(int argc, char** argv) {
     blockEndSignals(); // before there is any thread that they could end
-    settleSessionBus();
-    if (const auto status = SingleInstance::activateRunning(std::cerr)) {
-        return *status;
+    if (!isDisplayThere()) {
+        if (const auto status = activateRunningApart()) {
+            return *status;
+        }
+        StandardOutput diagnostics;
+        if (!awaitDisplay(diagnostics)) {
+            return EXIT_SUCCESS;
+        }
     }
-    StandardOutput diagnostics;
-    return awaitDisplay(diagnostics) ? runOnDisplay(argc, argv) : EXIT_SUCCESS;
+    return runOnDisplay(argc, argv);
 }
 
 int changeDefaults(const DefaultsRequest& request, int argc, char** argv) {

@@ -69,8 +69,18 @@ class ShellView:
 
     def _windows(self, title=None):
         """Those of the program, and their places."""
-        for line in self.desktop.run("xwininfo", "-root", "-tree").splitlines():
+        for line in self._tree().splitlines():
             found = _WINDOW.search(line)
             if found and "quillon" in found["names"] and title in (None, found["title"]):
                 width, height, x, y = (int(number) for number in found.groups()[-4:])
                 yield found[1], Rectangle(x, y, width, height)
+
+    def _tree(self) -> str:
+        for _attempt in range(20):
+            try:
+                return self.desktop.run("xwininfo", "-root", "-tree")
+            except Failed as failure:
+                if "Bad" not in str(failure):
+                    raise
+                latest = failure  # a window went away while it was being asked about
+        raise latest

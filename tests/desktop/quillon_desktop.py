@@ -12,10 +12,11 @@ BAND = 40  # pixels from the frame within which a band reaches by default, the l
 
 _numbers = itertools.count(1)
 
-# What it says on every start.
+# What it says on every start, or its toolkit when the X server goes.
 USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
                "Setup complete!", "No tray on this desktop", "Status bar item clicked",
-               "Popover opened", "Popover closed")
+               "Popover opened", "Popover closed", "The X11 connection broke",
+               "QSocketNotifier: Invalid socket")
 
 
 class Quillon:

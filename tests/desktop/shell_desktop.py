@@ -38,6 +38,18 @@ class PixelWatch:
         self._desktop.end(self._process)
 
 
+def at_rest(place, what: str, limit=10.0) -> Rectangle:
+    """Where something is when it is there and has stopped moving."""
+    before = None
+
+    def rests():
+        nonlocal before
+        last, before = before, place()
+        return before is not None and last == before
+    wait_until(rests, what, limit)
+    return before
+
+
 class Shell(ShellView):
     """The program as somebody who sits at the desktop uses it."""
 
@@ -47,14 +59,7 @@ class Shell(ShellView):
 
     def await_item(self, limit=10.0) -> Rectangle:
         """Docked, and no longer moved about by the panel."""
-        before = None
-
-        def rests():
-            nonlocal before
-            last, before = before, self.item()
-            return before is not None and last == before
-        wait_until(rests, "the item is in the tray", limit)
-        return before
+        return at_rest(self.item, "the item is in the tray", limit)
 
     def click_item(self, button=1) -> None:
         self.hand.move(*self.await_item().middle)
@@ -78,7 +83,7 @@ class Shell(ShellView):
         wait_until(self.hub_has_focus, "the hub has the keyboard's focus")
 
     def await_menu(self) -> Rectangle:
-        return wait_until(self.menu, "the menu is open")
+        return at_rest(self.menu, "the menu is open")
 
     def await_no_menu(self) -> None:
         wait_until(lambda: self.menu() is None, "the menu is closed")

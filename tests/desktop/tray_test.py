@@ -8,7 +8,7 @@ import unittest
 
 from quillon_desktop import HEIGHT, WIDTH
 from shell_desktop import SCREEN, NotifierShell, ShellTest
-from witnesses import wait_until
+from witnesses import X11_PROBE, wait_until
 
 OPENING = 0.35  # seconds after opening within which clicks elsewhere do not count
 FAR = (WIDTH // 3, HEIGHT * 3 // 4)
@@ -39,14 +39,13 @@ class TrayTests:
         """Not in the first moments, then the first one closes it."""
         self.start_shell()
         for _ in range(3):
+            before = time.monotonic()
             self.shell.open_hub()
-            opened = time.monotonic()  # or a little later than it was
             self.injector.move(*FAR)
             while self.shell.hub() is not None:
-                clicked = time.monotonic()
+                self.assertLess(time.monotonic() - before, 5, "a click outside did not close it")
                 self.injector.click(1)
-                self.assertLess(clicked - opened, 5, "a click outside did not close it")
-            self.assertGreater(time.monotonic() - opened, OPENING - 0.15)
+            self.assertGreater(time.monotonic() - before, OPENING)
 
     def test_the_menu_by_mouse_and_keyboard(self):
         quillon = self.start_shell()
@@ -97,13 +96,17 @@ class TrayTests:
         self.start_shell()
         for _ in range(2):
             self.restart_panel()
+            wait_until(self.has_tray, "a tray")
             started = time.monotonic()
             self.shell.await_item()
-            print(f"{self.id()}: {time.monotonic() - started:.2f} s after the panel")
+            print(f"{self.id()}: {time.monotonic() - started:.2f} s after the tray")
             self.assertLess(time.monotonic() - started, 1)
             self.shell.open_hub()
             self.shell.click_item()
             self.shell.await_no_hub()
+
+    def has_tray(self):
+        return self.desktop.run(X11_PROBE, "owner", "_NET_SYSTEM_TRAY_S0").strip() == "somebody"
 
     def restart_panel(self):
         self.desktop.panel.send_signal(signal.SIGKILL)
@@ -124,6 +127,9 @@ class NotifierTests(TrayTests):
         self._host.send_signal(signal.SIGKILL)
         self._host.wait()
         self._host = self.shell.start_host()
+
+    def has_tray(self):
+        return True  # it has said so
 
 
 class Tint2Openbox(TrayTests, ShellTest):

@@ -87,7 +87,7 @@ class VolumeLevel(ShellTest):
         self.await_full()
         self.shell.click_item()
         self.shell.await_hub()
-        self.assertFalse(self.looks_like_a_level())
+        wait_until(lambda: not self.looks_like_a_level(), "the icon")
         self.send(40)
         wait_until(self.looks_like_a_level, "the level")
         self.shell.click_item()  # with the hub open, it only restores the icon

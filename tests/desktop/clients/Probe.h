@@ -46,5 +46,6 @@ int inject(const Display& display);
 int listGrabs(const Display& display);
 int listButtonsDown(const Display& display);
 int listConnections(const Display& display, std::uint32_t process);
+int tellOwner(const Display& display, const char* selection);
 int watchPixels(const Display& display, int x, int y, int width, int height);
 int killConnection(const Display& display, std::uint32_t resource);

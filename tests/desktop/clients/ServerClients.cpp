@@ -1,6 +1,7 @@
 #include "Probe.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include <xcb/res.h>
 
@@ -30,5 +31,19 @@ int killConnection(const Display& display, std::uint32_t resource) {
         std::fputs("x11_probe: nobody has this resource\n", stderr);
         return 1;
     }
+    return 0;
+}
+
+int tellOwner(const Display& display, const char* selection) {
+    const Owned<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        display.connection,
+        xcb_intern_atom(display.connection, 0, static_cast<std::uint16_t>(std::strlen(selection)),
+                        selection),
+        nullptr));
+    const Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+        display.connection,
+        xcb_get_selection_owner(display.connection, atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE}),
+        nullptr));
+    std::puts(owner && owner->owner != XCB_WINDOW_NONE ? "somebody" : "nobody");
     return 0;
 }

@@ -16,6 +16,7 @@ constexpr const char* usage = R"(usage: x11_probe COMMAND
   buttons            the numbers of the buttons that are down
   connections PID    a resource of each of the X connections of a process
   kill RESOURCE      has the server close the connection that it belongs to
+  owner SELECTION    "somebody" or "nobody" owns it
   watch X Y W H      each change of this area of the screen: microseconds, how far the picture is
                      from the first one, and its hash
   inject             reads commands, a line each, and answers "ok" when the server has done it:
@@ -52,6 +53,9 @@ int run(const Display& display, int argc, char** argv) {
     if (command == "kill" && argc == 3) {
         return killConnection(display,
                               static_cast<std::uint32_t>(std::strtoul(argv[2], nullptr, 10)));
+    }
+    if (command == "owner" && argc == 3) {
+        return tellOwner(display, argv[2]);
     }
     if (command == "watch" && argc == 6) {
         return watchPixels(display, std::atoi(argv[2]), std::atoi(argv[3]), std::atoi(argv[4]),

@@ -7,15 +7,13 @@
 
 namespace quillon {
 
+bool isDisplayThere() { return X11Connection::open() != nullptr; }
+
 bool awaitDisplay(Diagnostics& diagnostics) {
     constexpr timespec pause{2, 0};
-    bool said = false;
-    while (!X11Connection::open()) {
-        if (!said) {
-            diagnostics.line("⚠️ No X server to be reached; waiting for one");
-            said = true;
-        }
-        const sigset_t signals = blockEndSignals();
+    diagnostics.line("⚠️ No X server to be reached; waiting for one");
+    const sigset_t signals = blockEndSignals();
+    while (!isDisplayThere()) {
         if (sigtimedwait(&signals, nullptr, &pause) > 0) {
             return false;
         }
