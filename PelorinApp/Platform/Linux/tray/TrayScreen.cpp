@@ -17,6 +17,20 @@ TrayScreen::~TrayScreen() {
     if (reconnecting_) {
         reconnecting_->cancel();
     }
+    stopReading();
+}
+
+void TrayScreen::stopReading() {
+    if (!notifier_) {
+        return;
+    }
+    notifier_->setEnabled(false);
+    notifier_->disconnect();
+    if (auto* dispatcher = QAbstractEventDispatcher::instance()) {
+        dispatcher->disconnect(notifier_.get());
+    }
+    notifier_.release()->deleteLater(); // it may be what called us
+    kept_.clear();
 }
 
 void TrayScreen::connect() {
@@ -35,18 +49,41 @@ void TrayScreen::connect() {
     });
     notifier_ = std::make_unique<QSocketNotifier>(connection_->descriptor(), QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
-                     [this] { readEvents(false); });
+                     [this] { readEvents(); });
     // Round trips can bring events in behind the notifier's back.
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
-                     notifier_.get(), [this] { readEvents(true); });
+                     notifier_.get(), [this] { keepQueuedEvents(); });
 }
 
-void TrayScreen::readEvents(bool onlyQueued) {
+/// What events bring about may take long and run event loops of its own, which is not for the
+/// moment before the loop waits.
+void TrayScreen::keepQueuedEvents() {
+    const bool wasEmpty = kept_.empty();
+    while (XcbOwned<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_->get())}) {
+        kept_.push_back(std::move(event));
+    }
+    if (wasEmpty && !kept_.empty()) {
+        runLoop_.async([this, alive = std::weak_ptr(alive_)] {
+            if (!alive.expired()) {
+                readEvents();
+            }
+        });
+    }
+}
+
+XcbOwned<xcb_generic_event_t> TrayScreen::nextEvent() {
+    if (kept_.empty()) {
+        return XcbOwned<xcb_generic_event_t>(xcb_poll_for_event(connection_->get()));
+    }
+    auto event = std::move(kept_.front());
+    kept_.pop_front();
+    return event;
+}
+
+void TrayScreen::readEvents() {
     const std::weak_ptr<bool> alive = alive_;
     while (connection_) {
-        const XcbOwned<xcb_generic_event_t> event(
-            onlyQueued ? xcb_poll_for_queued_event(connection_->get())
-                       : xcb_poll_for_event(connection_->get()));
+        const auto event = nextEvent();
         if (!event) {
             break;
         }
@@ -72,7 +109,7 @@ void TrayScreen::handle(const xcb_generic_event_t& event) {
 }
 
 void TrayScreen::lose() {
-    notifier_.release()->deleteLater(); // it is what called us
+    stopReading();
     displays_.reset();
     geometry_.reset();
     const auto broken = std::move(connection_);

@@ -8,6 +8,7 @@
 #include <QPoint>
 #include <QSocketNotifier>
 
+#include <deque>
 #include <memory>
 #include <optional>
 
@@ -50,9 +51,12 @@ class TrayScreen {
 
   private:
     void connect();
-    void readEvents(bool onlyQueued);
+    void readEvents();
+    void keepQueuedEvents();
+    [[nodiscard]] XcbOwned<xcb_generic_event_t> nextEvent();
     void handle(const xcb_generic_event_t& event);
     void lose();
+    void stopReading();
 
     RunLoop& runLoop_;
     TrayScreenListener& listener_;
@@ -61,6 +65,7 @@ class TrayScreen {
     std::unique_ptr<X11Displays> displays_;
     X11Displays::GeometryRef geometry_;
     std::unique_ptr<QSocketNotifier> notifier_;
+    std::deque<XcbOwned<xcb_generic_event_t>> kept_;
     TimerRef reconnecting_;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

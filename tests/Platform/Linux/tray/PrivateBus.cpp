@@ -1,0 +1,30 @@
+#include "Platform/Linux/tray/PrivateBus.h"
+
+#include <csignal>
+#include <stdexcept>
+
+namespace quillon {
+
+PrivateBus::PrivateBus() {
+    daemon_.start(QStringLiteral("dbus-daemon"),
+                  {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                   QStringLiteral("--print-address")});
+    if (!daemon_.waitForStarted() || !daemon_.waitForReadyRead()) {
+        throw std::runtime_error("dbus-daemon did not start");
+    }
+    address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
+}
+
+PrivateBus::~PrivateBus() {
+    resume();
+    daemon_.kill();
+    daemon_.waitForFinished();
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+}
+
+void PrivateBus::stop() const { ::kill(static_cast<pid_t>(daemon_.processId()), SIGSTOP); }
+
+void PrivateBus::resume() const { ::kill(static_cast<pid_t>(daemon_.processId()), SIGCONT); }
+
+} // namespace quillon

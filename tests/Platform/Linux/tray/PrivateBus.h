@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+
+namespace quillon {
+
+/// A message bus that lives as long as this object; the environment names it meanwhile.
+class PrivateBus {
+  public:
+    PrivateBus();
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+    ~PrivateBus();
+
+    [[nodiscard]] const QString& address() const { return address_; }
+
+    /// It answers nobody any more, or does again.
+    void stop() const;
+    void resume() const;
+
+  private:
+    QProcess daemon_;
+    QString address_;
+};
+
+} // namespace quillon
