@@ -4,6 +4,12 @@
 
 namespace quillon {
 
+View::~View() {
+    for (const auto& view : subviews_) {
+        view->superview_ = nullptr;
+    }
+}
+
 void View::setFrame(const Rect& frame) {
     frame_ = frame;
     setNeedsDisplay();

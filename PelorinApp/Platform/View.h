@@ -30,6 +30,11 @@ class ViewHost {
 /// left corner. On the screen it is where its outermost view is shown.
 class View : public Sender {
   public:
+    View() = default;
+
+    /// What lies in it may live on, as the outermost view of its own tree.
+    ~View() override;
+
     [[nodiscard]] Rect frame() const { return frame_; }
     void setFrame(const Rect& frame);
 

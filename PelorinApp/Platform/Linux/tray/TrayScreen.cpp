@@ -2,6 +2,8 @@
 
 #include <QAbstractEventDispatcher>
 
+#include <utility>
+
 namespace quillon {
 
 namespace {
@@ -29,7 +31,10 @@ void TrayScreen::stopReading() {
     if (auto* dispatcher = QAbstractEventDispatcher::instance()) {
         dispatcher->disconnect(notifier_.get());
     }
-    notifier_.release()->deleteLater(); // it may be what called us
+    if (isReading_) {
+        notifier_.release()->deleteLater(); // it may be what called us
+    }
+    notifier_.reset();
     kept_.clear();
 }
 
@@ -82,6 +87,7 @@ XcbOwned<xcb_generic_event_t> TrayScreen::nextEvent() {
 
 void TrayScreen::readEvents() {
     const std::weak_ptr<bool> alive = alive_;
+    const bool isOutermost = !std::exchange(isReading_, true);
     while (connection_) {
         const auto event = nextEvent();
         if (!event) {
@@ -94,6 +100,9 @@ void TrayScreen::readEvents() {
     }
     if (connection_ && connection_->isBroken()) {
         lose();
+    }
+    if (isOutermost) {
+        isReading_ = false;
     }
 }
 

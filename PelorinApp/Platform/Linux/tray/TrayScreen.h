@@ -66,6 +66,7 @@ class TrayScreen {
     X11Displays::GeometryRef geometry_;
     std::unique_ptr<QSocketNotifier> notifier_;
     std::deque<XcbOwned<xcb_generic_event_t>> kept_;
+    bool isReading_ = false;
     TimerRef reconnecting_;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -68,7 +68,11 @@ struct TrayBench {
     std::vector<UserAction> actions; // what was the current event when an action was performed
     std::shared_ptr<StatusItem> item;
 
-    ~TrayBench() { loop.discardQueued(); }
+    ~TrayBench() {
+        item.reset();
+        loop.discardQueued();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 
     void makeItem() {
         item = bar.statusItem(squareStatusItemLength);
