@@ -123,13 +123,12 @@ void QtAnimator::stop(const View& view) {
 void QtAnimator::finished(const Fade& fade) {
     const auto found = std::find_if(fades_.begin(), fades_.end(),
                                     [&](const auto& one) { return one.get() == &fade; });
-    // It lives until its timer's call has come back; the completion may begin another.
-    const std::shared_ptr<Fade> ending = std::move(*found);
+    // Kept to the end of this call: the completion may begin another, or destroy the animator.
+    const std::unique_ptr<Fade> ending = std::move(*found);
     fades_.erase(found);
     if (const auto completion = ending->end()) {
         completion();
     }
-    QTimer::singleShot(0, [ending] {});
 }
 
 } // namespace quillon
