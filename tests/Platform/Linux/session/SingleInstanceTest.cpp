@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
 
 namespace quillon {
@@ -107,9 +108,9 @@ TEST_F(SingleInstanceOnABus, AStartThatLosesTheRaceIsTold) {
 }
 
 TEST_F(SingleInstanceOnABus, OneOfManySimultaneousStartsRuns) {
-    std::vector<std::unique_ptr<ChildProgram>> starts;
-    for (int i = 0; i < 4; ++i) {
-        starts.push_back(start());
+    std::array<std::unique_ptr<ChildProgram>, 4> starts;
+    for (auto& each : starts) {
+        each = start();
     }
     int running = 0;
     for (const auto& each : starts) {
