@@ -51,7 +51,9 @@ InstanceCaller::InstanceCaller()
                                         QString::fromStdString(sessionBusAddress()), connectionName)
                                   : QDBusConnection(QString())) {}
 
-InstanceCaller::~InstanceCaller() { QDBusConnection::disconnectFromBus(connectionName); }
+InstanceCaller::~InstanceCaller() = default;
+
+void InstanceCaller::disconnect() { QDBusConnection::disconnectFromBus(connectionName); }
 
 InstanceCaller::Answer InstanceCaller::call(const char* interface, const char* method,
                                             const QVariantList& arguments) {

@@ -32,6 +32,10 @@ class InstanceCaller {
     [[nodiscard]] Answer call(const char* interface, const char* method,
                               const QVariantList& arguments);
 
+    /// For a process that goes on. One that is about to end leaves it undone: the toolkit's thread
+    /// would still be at it while what it needs is destroyed.
+    void disconnect();
+
   private:
     std::unique_ptr<QCoreApplication> application_;
     QDBusConnection connection_;

@@ -52,11 +52,12 @@ std::optional<int> SingleInstance::activateRunning(std::ostream& errors) {
         return std::nullopt;
     }
     using Outcome = InstanceCaller::Outcome;
-    switch (
-        InstanceCaller().call(InstanceNames::application, "Activate", {platformData()}).outcome) {
+    InstanceCaller running;
+    switch (running.call(InstanceNames::application, "Activate", {platformData()}).outcome) {
     case Outcome::done:
         return 0;
     case Outcome::notRunning:
+        running.disconnect();
         return std::nullopt;
     case Outcome::noAnswer:
     case Outcome::refused:
@@ -68,15 +69,15 @@ std::optional<int> SingleInstance::activateRunning(std::ostream& errors) {
 
 SingleInstance::SingleInstance(Handlers handlers, Diagnostics& diagnostics)
     : handlers_(std::move(handlers)), diagnostics_(diagnostics) {
-    // Queued: the caller does not wait for what the handlers do.
-    new ApplicationAdaptor(this, [this](std::optional<std::uint32_t> timestamp) {
-        QMetaObject::invokeMethod(
-            this, [this, timestamp] { handlers_.activate(timestamp); }, Qt::QueuedConnection);
-    });
-    new DevelopmentAdaptor(this, [this](double percent) {
-        QMetaObject::invokeMethod(
-            this, [this, percent] { handlers_.showVolumeLevel(percent); }, Qt::QueuedConnection);
-    });
+    new ApplicationAdaptor(
+        this, [this](std::optional<std::uint32_t> timestamp) { Q_EMIT activated(timestamp); });
+    new DevelopmentAdaptor(this, [this](double percent) { Q_EMIT levelAskedFor(percent); });
+    // Queued: the caller does not wait for what the handlers do, and a connection is not dropped
+    // from within its own call.
+    connect(this, &SingleInstance::activated, this, handlers_.activate, Qt::QueuedConnection);
+    connect(this, &SingleInstance::levelAskedFor, this, handlers_.showVolumeLevel,
+            Qt::QueuedConnection);
+    connect(this, &SingleInstance::lost, this, &SingleInstance::waitForBus, Qt::QueuedConnection);
     retry_.setSingleShot(true);
     connect(&retry_, &QTimer::timeout, this, &SingleInstance::tryAgain);
     connect(&folderWatcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
@@ -119,17 +120,11 @@ SingleInstance::Claimed SingleInstance::connectAndClaim() {
 void SingleInstance::busLost() {
     diagnostics_.line("⚠️ The session bus is gone: until it is back, a second start of Quillon "
                       "does not find this one");
-    // Not from within a call of the connection that is to be dropped.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            QDBusConnection::disconnectFromBus(InstanceNames::connection);
-            waitForBus();
-        },
-        Qt::QueuedConnection);
+    Q_EMIT lost();
 }
 
 void SingleInstance::waitForBus() {
+    QDBusConnection::disconnectFromBus(InstanceNames::connection);
     const auto folder = sessionBusSocket().parent_path();
     if (!folder.empty()) {
         folderWatcher_.addPath(QString::fromStdString(folder.string()));

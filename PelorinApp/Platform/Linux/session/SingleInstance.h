@@ -48,6 +48,11 @@ class SingleInstance final : public QObject {
     /// Takes the name. False when another start has it: this one should activate that and end.
     [[nodiscard]] bool claim();
 
+  Q_SIGNALS:
+    void activated(std::optional<std::uint32_t> timestamp);
+    void levelAskedFor(double percent);
+    void lost();
+
   private Q_SLOTS:
     void busLost();
 
