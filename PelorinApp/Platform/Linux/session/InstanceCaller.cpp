@@ -3,72 +3,132 @@
 #include "Platform/Linux/session/InstanceNames.h"
 #include "Platform/Linux/session/SessionBus.h"
 
-#include <QCoreApplication>
-#include <QDBusError>
-#include <QDBusMessage>
+#include <initializer_list>
+
+#include <dbus/dbus.h>
 
 namespace quillon {
 
 namespace {
 
-constexpr const char* connectionName = "quillon-caller";
+using Outcome = InstanceCaller::Outcome;
+
 constexpr int patience = 5000; // milliseconds
 
-std::unique_ptr<QCoreApplication> applicationIfMissing() {
-    if (QCoreApplication::instance() != nullptr) {
-        return nullptr;
+struct Release {
+    void operator()(DBusMessage* message) const { dbus_message_unref(message); }
+};
+using OwnedMessage = std::unique_ptr<DBusMessage, Release>;
+
+class Error {
+  public:
+    Error() { dbus_error_init(&error_); }
+    Error(const Error&) = delete;
+    Error& operator=(const Error&) = delete;
+    ~Error() { dbus_error_free(&error_); }
+
+    [[nodiscard]] DBusError* get() { return &error_; }
+    [[nodiscard]] std::string text() const {
+        return error_.message == nullptr ? "" : error_.message;
     }
-    static int argc = 1;
-    static char name[] = "quillon";
-    static char* argv[] = {name, nullptr};
-    return std::make_unique<QCoreApplication>(argc, argv);
+    [[nodiscard]] bool is(std::initializer_list<const char*> names) const {
+        for (const char* name : names) {
+            if (dbus_error_has_name(&error_, name) != 0) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+  private:
+    DBusError error_{};
+};
+
+Outcome outcomeOf(const Error& error) {
+    // Nobody has the name, the bus is gone, or it lets us see nobody.
+    if (error.is({DBUS_ERROR_SERVICE_UNKNOWN, DBUS_ERROR_NAME_HAS_NO_OWNER, DBUS_ERROR_DISCONNECTED,
+                  DBUS_ERROR_ACCESS_DENIED})) {
+        return Outcome::notRunning;
+    }
+    // Also of an instance that ended meanwhile.
+    if (error.is({DBUS_ERROR_NO_REPLY, DBUS_ERROR_TIMEOUT, DBUS_ERROR_TIMED_OUT})) {
+        return Outcome::noAnswer;
+    }
+    return Outcome::refused;
 }
 
-InstanceCaller::Outcome outcomeOf(const QDBusError& error) {
-    using Outcome = InstanceCaller::Outcome;
-    switch (error.type()) {
-    case QDBusError::ServiceUnknown:
-    case QDBusError::Disconnected: // there is no bus
-    case QDBusError::NoServer:
-    case QDBusError::AccessDenied: // the bus lets us see nobody
-        return Outcome::notRunning;
-    case QDBusError::NoReply: // also of one that ended meanwhile
-    case QDBusError::Timeout:
-    case QDBusError::TimedOut:
-        return Outcome::noAnswer;
-    default:
-        return error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner")
-                   ? Outcome::notRunning
-                   : Outcome::refused;
-    }
+OwnedMessage callTo(const char* interface, const char* method) {
+    OwnedMessage message(dbus_message_new_method_call(InstanceNames::service, InstanceNames::path,
+                                                      interface, method));
+    dbus_message_set_auto_start(message.get(), 0); // it is this process that would be started
+    return message;
+}
+
+void appendText(DBusMessageIter& dictionary, const char* key, const char* value) {
+    DBusMessageIter entry{};
+    DBusMessageIter variant{};
+    dbus_message_iter_open_container(&dictionary, DBUS_TYPE_DICT_ENTRY, nullptr, &entry);
+    dbus_message_iter_append_basic(&entry, DBUS_TYPE_STRING, static_cast<const void*>(&key));
+    dbus_message_iter_open_container(&entry, DBUS_TYPE_VARIANT, "s", &variant);
+    dbus_message_iter_append_basic(&variant, DBUS_TYPE_STRING, static_cast<const void*>(&value));
+    dbus_message_iter_close_container(&entry, &variant);
+    dbus_message_iter_close_container(&dictionary, &entry);
 }
 
 } // namespace
 
-InstanceCaller::InstanceCaller()
-    : application_(applicationIfMissing()),
-      connection_(hasSessionBus() ? QDBusConnection::connectToBus(
-                                        QString::fromStdString(sessionBusAddress()), connectionName)
-                                  : QDBusConnection(QString())) {}
+void InstanceCaller::Close::operator()(DBusConnection* connection) const {
+    dbus_connection_close(connection);
+    dbus_connection_unref(connection);
+}
 
-InstanceCaller::~InstanceCaller() = default;
+InstanceCaller::InstanceCaller() {
+    if (!hasSessionBus()) {
+        return;
+    }
+    Error error;
+    connection_.reset(dbus_connection_open_private(sessionBusAddress().c_str(), error.get()));
+    if (!connection_) {
+        return;
+    }
+    dbus_connection_set_exit_on_disconnect(connection_.get(), 0);
+    if (dbus_bus_register(connection_.get(), error.get()) == 0) {
+        connection_.reset();
+    }
+}
 
-void InstanceCaller::disconnect() { QDBusConnection::disconnectFromBus(connectionName); }
+InstanceCaller::Answer
+InstanceCaller::activate(const std::map<std::string, std::string>& platformData) {
+    const OwnedMessage message = callTo(InstanceNames::application, "Activate");
+    DBusMessageIter arguments{};
+    DBusMessageIter dictionary{};
+    dbus_message_iter_init_append(message.get(), &arguments);
+    dbus_message_iter_open_container(&arguments, DBUS_TYPE_ARRAY, "{sv}", &dictionary);
+    for (const auto& [key, value] : platformData) {
+        if (dbus_validate_utf8(value.c_str(), nullptr) != 0) {
+            appendText(dictionary, key.c_str(), value.c_str());
+        }
+    }
+    dbus_message_iter_close_container(&arguments, &dictionary);
+    return call(message.get());
+}
 
-InstanceCaller::Answer InstanceCaller::call(const char* interface, const char* method,
-                                            const QVariantList& arguments) {
-    if (!connection_.isConnected()) {
+InstanceCaller::Answer InstanceCaller::showVolumeLevel(double percent) {
+    const OwnedMessage message = callTo(InstanceNames::development, "ShowVolumeLevel");
+    DBusMessageIter arguments{};
+    dbus_message_iter_init_append(message.get(), &arguments);
+    dbus_message_iter_append_basic(&arguments, DBUS_TYPE_DOUBLE, &percent);
+    return call(message.get());
+}
+
+InstanceCaller::Answer InstanceCaller::call(DBusMessage* message) {
+    if (!connection_) {
         return {Outcome::notRunning, {}};
     }
-    auto message = QDBusMessage::createMethodCall(InstanceNames::service, InstanceNames::path,
-                                                  interface, method);
-    message.setArguments(arguments);
-    message.setAutoStartService(false); // it is this process that would be started
-    const QDBusMessage reply = connection_.call(message, QDBus::Block, patience);
-    if (reply.type() == QDBusMessage::ReplyMessage) {
-        return {Outcome::done, {}};
-    }
-    return {outcomeOf(QDBusError(reply)), reply.errorMessage().toStdString()};
+    Error error;
+    const OwnedMessage reply(dbus_connection_send_with_reply_and_block(connection_.get(), message,
+                                                                       patience, error.get()));
+    return reply ? Answer{Outcome::done, {}} : Answer{outcomeOf(error), error.text()};
 }
 
 } // namespace quillon

@@ -1,26 +1,24 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QString>
-#include <QVariantList>
-
+#include <map>
 #include <memory>
 #include <string>
 
-class QCoreApplication;
+struct DBusConnection;
+struct DBusMessage;
 
 namespace quillon {
 
-/// Calls the instance of the program that runs in this session, over a connection of its own. Works
-/// with and without an application object; one can be made once this object is gone.
+/// Calls the instance of the program that runs in this session, over a connection of its own, and
+/// waits for the answer, up to five seconds.
+///
+/// Not by the toolkit: its bus needs an application object, and a thread that is still at work
+/// while a process that has asked its one question comes to its end.
 ///
 /// settleSessionBus() must have been called.
 class InstanceCaller {
   public:
     InstanceCaller();
-    InstanceCaller(const InstanceCaller&) = delete;
-    InstanceCaller& operator=(const InstanceCaller&) = delete;
-    ~InstanceCaller();
 
     enum class Outcome { done, notRunning, noAnswer, refused };
     struct Answer {
@@ -28,17 +26,19 @@ class InstanceCaller {
         std::string error; // why it was refused, for the user
     };
 
-    /// Waits for the answer, up to five seconds.
-    [[nodiscard]] Answer call(const char* interface, const char* method,
-                              const QVariantList& arguments);
+    /// Brings the instance up. What is not UTF-8 is left out.
+    [[nodiscard]] Answer activate(const std::map<std::string, std::string>& platformData);
 
-    /// For a process that goes on. One that is about to end leaves it undone: the toolkit's thread
-    /// would still be at it while what it needs is destroyed.
-    void disconnect();
+    [[nodiscard]] Answer showVolumeLevel(double percent);
 
   private:
-    std::unique_ptr<QCoreApplication> application_;
-    QDBusConnection connection_;
+    struct Close {
+        void operator()(DBusConnection* connection) const;
+    };
+
+    [[nodiscard]] Answer call(DBusMessage* message);
+
+    std::unique_ptr<DBusConnection, Close> connection_; // null: there is no bus
 };
 
 } // namespace quillon

@@ -1,7 +1,6 @@
 #include "Platform/Linux/session/ShowLevelCommand.h"
 
 #include "Platform/Linux/session/InstanceCaller.h"
-#include "Platform/Linux/session/InstanceNames.h"
 #include "Platform/Linux/session/SessionBus.h"
 
 #include <ostream>
@@ -39,8 +38,7 @@ int showLevelCommand(std::span<const double> percents, std::chrono::milliseconds
     for (const double percent : percents) {
         std::this_thread::sleep_until(turn);
         turn += pace;
-        const auto text =
-            complaint(running.call(InstanceNames::development, "ShowVolumeLevel", {percent}));
+        const auto text = complaint(running.showVolumeLevel(percent));
         if (!text.empty()) {
             errors << "quillon: " << text << '\n';
             return 1;

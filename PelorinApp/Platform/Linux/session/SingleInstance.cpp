@@ -10,7 +10,9 @@
 #include <QString>
 
 #include <cstdlib>
+#include <map>
 #include <ostream>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -34,12 +36,12 @@ QDBusMessage busCall(const char* method) {
                                           "org.freedesktop.DBus", method);
 }
 
-QVariantMap platformData() {
-    QVariantMap data;
+std::map<std::string, std::string> platformData() {
+    std::map<std::string, std::string> data;
     for (const auto& [key, variable] : {std::pair("desktop-startup-id", "DESKTOP_STARTUP_ID"),
                                         std::pair("activation-token", "XDG_ACTIVATION_TOKEN")}) {
         if (const char* value = std::getenv(variable); value != nullptr && *value != '\0') {
-            data.insert(key, QString::fromLocal8Bit(value));
+            data.emplace(key, value);
         }
     }
     return data;
@@ -52,12 +54,10 @@ std::optional<int> SingleInstance::activateRunning(std::ostream& errors) {
         return std::nullopt;
     }
     using Outcome = InstanceCaller::Outcome;
-    InstanceCaller running;
-    switch (running.call(InstanceNames::application, "Activate", {platformData()}).outcome) {
+    switch (InstanceCaller().activate(platformData()).outcome) {
     case Outcome::done:
         return 0;
     case Outcome::notRunning:
-        running.disconnect();
         return std::nullopt;
     case Outcome::noAnswer:
     case Outcome::refused:
