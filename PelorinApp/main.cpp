@@ -19,9 +19,6 @@
 #include <iostream>
 #include <optional>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace {
 
 using namespace quillon;
@@ -38,10 +35,6 @@ void setUpToolkit() {
 int runOnDisplay(int argc, char** argv) {
     setUpToolkit();
     const QApplication application(argc, argv);
-    settleSessionBus();
-    if (const auto status = SingleInstance::activateRunning(std::cerr)) {
-        return *status;
-    }
     LinuxSession session;
     LinuxPlatform platform(session, screenUrl);
     SingleInstance instance(
@@ -58,36 +51,14 @@ int runOnDisplay(int argc, char** argv) {
     return platform.run();
 }
 
-/// Without a display the instance that runs can be brought up all the same. In a process of its
-/// own: an application object that comes and goes would leave the next one without the toolkit's
-/// accessibility.
-std::optional<int> activateRunningApart() {
-    constexpr int noneRuns = 77;
-    const pid_t child = fork();
-    if (child == 0) {
-        settleSessionBus();
-        _exit(SingleInstance::activateRunning(std::cerr).value_or(noneRuns));
-    }
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status) ||
-        WEXITSTATUS(status) == noneRuns) {
-        return std::nullopt;
-    }
-    return WEXITSTATUS(status);
-}
-
 int run(int argc, char** argv) {
     blockEndSignals(); // before there is any thread that they could end
-    if (!isDisplayThere()) {
-        if (const auto status = activateRunningApart()) {
-            return *status;
-        }
-        StandardOutput diagnostics;
-        if (!awaitDisplay(diagnostics)) {
-            return EXIT_SUCCESS;
-        }
+    settleSessionBus();
+    if (const auto status = SingleInstance::activateRunning(std::cerr)) {
+        return *status;
     }
-    return runOnDisplay(argc, argv);
+    StandardOutput diagnostics;
+    return awaitDisplay(diagnostics) ? runOnDisplay(argc, argv) : EXIT_SUCCESS;
 }
 
 int changeDefaults(const DefaultsRequest& request, int argc, char** argv) {

@@ -7,13 +7,15 @@
 
 namespace quillon {
 
-bool isDisplayThere() { return X11Connection::open() != nullptr; }
-
 bool awaitDisplay(Diagnostics& diagnostics) {
     constexpr timespec pause{2, 0};
-    diagnostics.line("⚠️ No X server to be reached; waiting for one");
     const sigset_t signals = blockEndSignals();
-    while (!isDisplayThere()) {
+    bool said = false;
+    while (!X11Connection::open()) {
+        if (!said) {
+            diagnostics.line("⚠️ No X server to be reached; waiting for one");
+            said = true;
+        }
         if (sigtimedwait(&signals, nullptr, &pause) > 0) {
             return false;
         }
