@@ -39,8 +39,9 @@ struct FixedPanel final : PanelPlace {
 
 struct PopoverDesktop : WindowsFixture {
     explicit PopoverDesktop(const std::string& resources = {}, const std::string& managerName = {},
-                            const std::string& source = screenSource)
-        : WindowsFixture(resources, managerName) {
+                            const std::string& source = screenSource,
+                            const std::string& command = "true")
+        : WindowsFixture(resources, managerName, command) {
         writeFile(folder.path() / "Screen.qml", source);
         popover = popovers.make("Screen", [this] { ++escapes; });
         quick = dynamic_cast<QuickPopover*>(popover.get());
@@ -127,6 +128,17 @@ TEST(QuickPopover, InPixelsOfAScaledDesktop) {
     PopoverDesktop desktop("Xft.dpi:\t192\n");
     desktop.show({300, 388, 12, 12});
     EXPECT_TRUE(desktop.isAt({612 - 200, 24 + 12, 400, 240}));
+}
+
+TEST(QuickPopover, OnTheScreenOfItsAnchor) {
+    PopoverDesktop desktop("Xft.dpi:\t192\n", {}, screenSource,
+                           "xrandr --setmonitor LEFT 640/100x800/200+0+0 screen && "
+                           "xrandr --setmonitor '*RIGHT' 640/100x800/200+640+0 none");
+    ASSERT_EQ(desktop.displays.screens().size(), 2U);
+    desktop.show({-300, 388, 12, 12});
+    EXPECT_TRUE(desktop.isAt({12, 36, 400, 240}));
+    desktop.show({100, 388, 12, 12});
+    EXPECT_TRUE(desktop.isAt({640 + 12, 36, 400, 240}));
 }
 
 TEST(QuickPopover, CornersAreCutWhereNothingIsBlended) {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <stdexcept>
 
 #include <xcb/shape.h>
@@ -14,7 +15,8 @@
 
 namespace quillon {
 
-WindowsFixture::WindowsFixture(const std::string& resources, const std::string& managerProgram) {
+WindowsFixture::WindowsFixture(const std::string& resources, const std::string& managerProgram,
+                               const std::string& command) {
     xcb_change_property(other->get(), XCB_PROP_MODE_REPLACE, other->root(),
                         XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
                         static_cast<std::uint32_t>(resources.size()), resources.data());
@@ -25,6 +27,9 @@ WindowsFixture::WindowsFixture(const std::string& resources, const std::string& 
             words.emplace_back("--compositor=off");
         }
         manager = std::make_unique<XProgram>(words);
+    }
+    if (std::system(command.c_str()) != 0) {
+        throw std::runtime_error(command);
     }
     application = std::make_unique<QApplication>(argc_, argv_.data());
     QApplication::setQuitOnLastWindowClosed(false);

@@ -28,9 +28,11 @@ struct AnchorView final : View, ViewHost {
 
 /// A desktop of its own, seen by another program: an X server, and the toolkit on it.
 struct WindowsFixture {
-    /// `resources` are the X resources that the desktop has set; `manager` is a window manager's
-    /// program, empty for none.
-    explicit WindowsFixture(const std::string& resources = {}, const std::string& manager = {});
+    /// `resources` are the X resources that the desktop has set; `managerProgram` is a window
+    /// manager's, empty for none; `command` is run before the toolkit comes.
+    explicit WindowsFixture(const std::string& resources = {},
+                            const std::string& managerProgram = {},
+                            const std::string& command = "true");
 
     [[nodiscard]] xcb_atom_t atom(std::string_view name) const { return other->atom(name); }
     [[nodiscard]] bool isMapped(xcb_window_t window) const;

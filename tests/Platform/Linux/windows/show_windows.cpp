@@ -5,7 +5,6 @@
 //   show             the popover without an anchor
 //   close, key, menu X Y W H, context, alert, message, theme light|dark, quit
 
-#include "Platform/Linux/session/QtRunLoop.h"
 #include "Platform/Linux/windows/QuickPopover.h"
 #include "Platform/Linux/windows/WidgetAlerts.h"
 #include "Platform/Linux/windows/WidgetMenus.h"
@@ -31,14 +30,6 @@ struct Anchor final : View, ViewHost {
     [[nodiscard]] std::optional<Rect> rootOnScreen() const override { return place; }
 };
 
-/// A panel along the edge that the anchor is at.
-struct Panel final : PanelPlace {
-    std::optional<Rect> place;
-    bool vertical = false;
-    [[nodiscard]] std::optional<Rect> panelOnScreen() const override { return place; }
-    [[nodiscard]] bool isVertical() const override { return vertical; }
-};
-
 QPalette darkPalette() {
     QPalette palette(QColor(0x35, 0x35, 0x35));
     palette.setColor(QPalette::Base, QColor(0x2a, 0x2a, 0x2a));
@@ -50,8 +41,6 @@ QPalette darkPalette() {
 class Windows {
   public:
     Windows() {
-        const QPalette light = QGuiApplication::palette();
-        light_ = light;
         displays_.follow(*connection_);
         popover_ = popovers_.make("ContentView", [] { say("escaped"); });
         for (const char* title : {"About Quillon", "Check for Updates…", "-", "Quit Quillon"}) {
@@ -118,14 +107,13 @@ class Windows {
 
     std::unique_ptr<X11Connection> connection_ = X11Connection::open();
     X11Displays displays_;
-    Panel panel_;
-    QuickPopovers popovers_{{displays_, &panel_, nullptr, screenUrl}};
+    QuickPopovers popovers_{{displays_, nullptr, nullptr, screenUrl}};
     std::unique_ptr<Popover> popover_;
     WidgetMenus menus_{displays_};
     std::shared_ptr<Menu> menu_ = std::make_shared<Menu>();
     WidgetAlerts alerts_{nullptr};
     std::unique_ptr<MessageWindow> message_;
-    QPalette light_;
+    QPalette light_ = QGuiApplication::palette();
     Anchor anchor_;
 };
 

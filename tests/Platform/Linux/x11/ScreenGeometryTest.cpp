@@ -50,5 +50,12 @@ TEST(ScaleFromResources, NothingOrNonsenseMeansUnscaled) {
     }
 }
 
+TEST(ScreenGeometry, PointsBackToPixels) {
+    const ScreenGeometry geometry({{500, 100, 780, 700}, {0, 0, 500, 800}}, 1.25);
+    for (const PixelPoint pixel : {PixelPoint{500, 800}, {500, 100}, {0, 0}, {733, 421}}) {
+        EXPECT_EQ(geometry.toPixels(geometry.toPoints(pixel.x, pixel.y)), pixel);
+    }
+}
+
 } // namespace
 } // namespace quillon
