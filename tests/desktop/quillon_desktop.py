@@ -15,7 +15,7 @@ _numbers = itertools.count(1)
 # What it says on every start, or its toolkit when the X server goes.
 USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
                "Setup complete!", "No tray on this desktop", "Status bar item clicked",
-               "Popover opened", "Popover closed", "The X11 connection broke",
+               "Popover opened", "Popover closed", "The X11 connection broke", "X connection to",
                "QSocketNotifier: Invalid socket")
 
 

@@ -2,8 +2,12 @@
 
 #include <QGuiApplication>
 
+#include <array>
 #include <cstdlib>
+#include <string>
 #include <utility>
+
+#include <unistd.h>
 
 namespace quillon {
 
@@ -20,6 +24,9 @@ xcb_connection_t* toolkitConnection() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 == nullptr ? nullptr : x11->connection();
 }
+
+constexpr const char* restartVariable = "QUILLON_STARTED_AGAIN_AT"; // uptime in seconds
+constexpr double shortestLife = 5; // seconds; who dies sooner would only die again and again
 
 /// What is to be done when somebody calls exit() while the event loop runs, as the toolkit does
 /// when the X server goes: nothing of what lives on the main function's stack is destroyed then.
@@ -83,7 +90,6 @@ void LinuxPlatform::describeSession() {
 int LinuxPlatform::run() {
     uponExit() = [this] {
         displayLost();
-        session_.userDefaults.flush();
         std::_Exit(EXIT_FAILURE);
     };
     [[maybe_unused]] static const int registered = std::atexit([] {
@@ -99,10 +105,28 @@ int LinuxPlatform::run() {
 }
 
 void LinuxPlatform::displayLost() {
-    if (!std::exchange(isDisplayLost_, true)) {
-        session_.diagnostics.line("❌ The X server is gone; ending");
-        session_.runLoop.quit(EXIT_FAILURE);
+    if (std::exchange(isDisplayLost_, true)) {
+        return;
     }
+    session_.userDefaults.flush();
+    if (X11Connection::open()) {
+        startAgain();
+    }
+    session_.diagnostics.line("❌ The X server is gone; ending");
+    session_.runLoop.quit(EXIT_FAILURE);
+}
+
+void LinuxPlatform::startAgain() {
+    const double now = session_.runLoop.uptime();
+    if (const char* last = std::getenv(restartVariable);
+        last != nullptr && now - std::strtod(last, nullptr) < shortestLife) {
+        return;
+    }
+    session_.diagnostics.line("🔄 The X server closed a connection of the program; starting again");
+    ::setenv(restartVariable, std::to_string(now).c_str(), 1);
+    const std::string program = thisProgram().string();
+    std::array<char*, 2> arguments{const_cast<char*>(program.c_str()), nullptr};
+    ::execv(program.c_str(), arguments.data());
 }
 
 void LinuxPlatform::reopen(std::optional<std::uint32_t> inputTime) {

@@ -52,7 +52,10 @@ class LinuxPlatform {
     [[nodiscard]] Platform& services() { return services_; }
 
   private:
+    /// Ends the program, or starts it again where it is only the connection that is lost: somebody
+    /// may have had a window of ours killed.
     void displayLost();
+    void startAgain();
     [[nodiscard]] std::uint32_t inputTime() const;
 
     LinuxSession& session_;
