@@ -10,10 +10,11 @@ namespace quillon {
 
 namespace {
 
-std::shared_ptr<MenuItem> item(std::string title, Action action) {
+std::shared_ptr<MenuItem> item(std::string title, Action action, std::string keyEquivalent = {}) {
     auto made = std::make_shared<MenuItem>();
     made->title = std::move(title);
     made->action = std::move(action);
+    made->keyEquivalent = std::move(keyEquivalent);
     return made;
 }
 
@@ -57,8 +58,7 @@ std::shared_ptr<Menu> AppDelegate::contextMenu() {
     auto separator = std::make_shared<MenuItem>();
     separator->isSeparator = true;
 
-    auto quit = item("Quit", action("quitFromStatusMenu:", &AppDelegate::quitFromStatusMenu));
-    quit->keyEquivalent = "q";
+    auto quit = item("Quit", action("quitFromStatusMenu:", &AppDelegate::quitFromStatusMenu), "q");
 
     auto menu = std::make_shared<Menu>();
     menu->items = {std::move(updates), std::move(launchAtLogin), std::move(support),
