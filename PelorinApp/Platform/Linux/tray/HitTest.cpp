@@ -1,7 +1,5 @@
 #include "Platform/Linux/tray/HitTest.h"
 
-#include <ranges>
-
 namespace quillon {
 
 namespace {
@@ -15,7 +13,9 @@ bool contains(const Rect& frame, Point place) {
 } // namespace
 
 std::shared_ptr<Button> buttonAt(const std::shared_ptr<View>& root, std::optional<Point> place) {
-    for (const auto& view : root->subviews() | std::views::reverse) {
+    const auto& subviews = root->subviews();
+    for (auto each = subviews.rbegin(); each != subviews.rend(); ++each) {
+        const auto& view = *each;
         const Rect frame = view->frame();
         if (place && !contains(frame, *place)) {
             continue;

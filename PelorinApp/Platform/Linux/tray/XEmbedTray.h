@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/tray/DockWindow.h"
 #include "Platform/Linux/tray/HoverToolTip.h"
+#include "Platform/Linux/tray/PanelSample.h"
 #include "Platform/Linux/tray/TrayManager.h"
 #include "Platform/Linux/tray/TrayPlace.h"
 #include "Platform/Linux/tray/TrayScreen.h"
@@ -46,8 +47,8 @@ class XEmbedTray final : public TrayPlace {
     void undock();
     void dockLater();
     void draw();
-    void samplePanelNowAndSoon();
-    void samplePanel();
+    void lookAtPanelNowAndSoon();
+    void lookAtPanel();
     void click(const xcb_button_release_event_t& event);
     void handleWindowEvent(const xcb_generic_event_t& event);
     [[nodiscard]] QSize wantedSize() const;
@@ -63,8 +64,7 @@ class XEmbedTray final : public TrayPlace {
     bool isVisible_ = true;
     std::optional<TrayManager> manager_;
     std::unique_ptr<DockWindow> window_;
-    double panelLuminance_ = 0; // most panels are dark
-    QImage ground_;             // of the panel under the item, where the tray grants no alpha
+    PanelSample panel_; // until it has been seen: black, as most panels are dark
     HoverToolTip toolTip_;
     TimerRef sampling_;
     TimerRef docking_;

@@ -97,6 +97,15 @@ void FakeTray::handle(const xcb_generic_event_t& event) {
     }
 }
 
+void FakeTray::throwOut(bool destroyed) const {
+    if (destroyed) {
+        xcb_destroy_window(connection_->get(), item_);
+    } else {
+        xcb_reparent_window(connection_->get(), item_, connection_->root(), 0, 0);
+    }
+    connection_->sync();
+}
+
 void FakeTray::moveItem(const PixelRect& place) {
     const std::array<std::uint32_t, 4> values{
         static_cast<std::uint32_t>(place.x), static_cast<std::uint32_t>(place.y),

@@ -39,6 +39,9 @@ class FakeTray {
     /// Waits for the request to be docked, and docks.
     void dockItem();
 
+    /// Wants the item no more, but stays.
+    void throwOut(bool destroyed) const;
+
     void moveItem(const PixelRect& place);
     void setGround(std::uint32_t ground) const;
     void setColors(const std::vector<std::uint32_t>& colors);
