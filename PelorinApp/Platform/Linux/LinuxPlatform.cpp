@@ -1,5 +1,7 @@
 #include "Platform/Linux/LinuxPlatform.h"
 
+#include "Platform/Linux/session/SessionBus.h"
+
 #include <QGuiApplication>
 
 #include <array>
@@ -42,8 +44,10 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
       events_(
           session.runLoop, session.diagnostics, displays_, [this] { return server_.isGranted(); },
           helperProgram("quillon-watchdog")),
-      monitors_(ownWindows_), application_(currentEvent_),
-      statusBar_(session.runLoop, session.diagnostics, currentEvent_),
+      monitors_(ownWindows_),
+      application_(currentEvent_), tray_{session.runLoop, session.diagnostics, currentEvent_,
+                                         ownWindows_, sessionBusAddress()},
+      statusBar_(tray_),
       popovers_({displays_, &statusBar_, [this] { return inputTime(); }, std::move(screenUrl)}),
       menus_(displays_), alerts_([this] { return inputTime(); }), loginItem_(thisProgram()),
       workspace_(session.diagnostics), updateMessages_([this] { return inputTime(); }),
@@ -69,7 +73,7 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
                 .updaters = updaters_,
                 .workspace = workspace_} {
     if (xcb_connection_t* connection = toolkitConnection()) {
-        ownWindows_.add(connection);
+        ownWindows_.add(ResourceRange::of(connection));
     }
 }
 

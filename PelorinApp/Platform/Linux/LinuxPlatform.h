@@ -8,6 +8,7 @@
 #include "Platform/Linux/tray/CurrentEvent.h"
 #include "Platform/Linux/tray/LinuxImages.h"
 #include "Platform/Linux/tray/LinuxStatusBar.h"
+#include "Platform/Linux/tray/TrayContext.h"
 #include "Platform/Linux/updates/FeedUpdaters.h"
 #include "Platform/Linux/windows/QtAnimator.h"
 #include "Platform/Linux/windows/QuickPopover.h"
@@ -69,6 +70,7 @@ class LinuxPlatform {
     X11EventMonitors monitors_;
     DesktopScripting scripting_;
     QtApplication application_;
+    TrayContext tray_;
     LinuxStatusBar statusBar_;
     LinuxImages images_;
     QtAnimator animator_;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <thread>
 
 namespace quillon {
@@ -15,8 +16,8 @@ namespace quillon {
 class BusConnection {
   public:
     /// `connected` is called on the main thread, once, when there is a connection; never when
-    /// there is none. settleSessionBus() must have been called.
-    BusConnection(RunLoop& runLoop, std::function<void()> connected);
+    /// there is none, as with an empty address.
+    BusConnection(RunLoop& runLoop, const std::string& address, std::function<void()> connected);
     BusConnection(const BusConnection&) = delete;
     BusConnection& operator=(const BusConnection&) = delete;
     ~BusConnection();

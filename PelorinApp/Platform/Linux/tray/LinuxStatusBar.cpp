@@ -6,7 +6,7 @@ std::shared_ptr<StatusItem> LinuxStatusBar::statusItem(double length) {
     if (!item_.expired()) {
         return nullptr;
     }
-    auto item = std::make_shared<LinuxStatusItem>(runLoop_, diagnostics_, currentEvent_, length);
+    auto item = std::make_shared<LinuxStatusItem>(context_, length);
     item_ = item;
     return item;
 }

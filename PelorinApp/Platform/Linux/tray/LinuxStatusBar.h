@@ -1,10 +1,8 @@
 #pragma once
 
-#include "Platform/Diagnostics.h"
-#include "Platform/Linux/tray/CurrentEvent.h"
 #include "Platform/Linux/tray/LinuxStatusItem.h"
 #include "Platform/Linux/tray/PanelPlace.h"
-#include "Platform/RunLoop.h"
+#include "Platform/Linux/tray/TrayContext.h"
 #include "Platform/StatusBar.h"
 
 #include <memory>
@@ -15,9 +13,8 @@ namespace quillon {
 /// first, and a QApplication for tool tips to be shown.
 class LinuxStatusBar final : public StatusBar, public PanelPlace {
   public:
-    /// All that is given must outlive this object and its item.
-    LinuxStatusBar(RunLoop& runLoop, Diagnostics& diagnostics, CurrentEvent& currentEvent)
-        : runLoop_(runLoop), diagnostics_(diagnostics), currentEvent_(currentEvent) {}
+    /// The context must outlive this object and its item.
+    explicit LinuxStatusBar(const TrayContext& context) : context_(context) {}
 
     /// Null while there is one already.
     std::shared_ptr<StatusItem> statusItem(double length) override;
@@ -28,9 +25,7 @@ class LinuxStatusBar final : public StatusBar, public PanelPlace {
     [[nodiscard]] bool isVertical() const override;
 
   private:
-    RunLoop& runLoop_;
-    Diagnostics& diagnostics_;
-    CurrentEvent& currentEvent_;
+    const TrayContext& context_;
     std::weak_ptr<LinuxStatusItem> item_;
 };
 

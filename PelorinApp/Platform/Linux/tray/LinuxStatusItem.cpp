@@ -10,13 +10,12 @@
 
 namespace quillon {
 
-LinuxStatusItem::LinuxStatusItem(RunLoop& runLoop, Diagnostics& diagnostics,
-                                 CurrentEvent& currentEvent, double length)
-    : runLoop_(runLoop), currentEvent_(currentEvent), length_(length),
+LinuxStatusItem::LinuxStatusItem(const TrayContext& context, double length)
+    : context_(context), length_(length),
       button_(std::make_shared<StatusButton>([this] { return size(); })),
-      places_(runLoop, diagnostics, *this, length) {
+      places_(context, *this, length) {
     button_->setHost(this);
-    runLoop_.async([this, alive = std::weak_ptr(alive_)] {
+    context_.runLoop.async([this, alive = std::weak_ptr(alive_)] {
         if (!alive.expired()) {
             loopRuns_ = true;
         }
@@ -61,7 +60,7 @@ void LinuxStatusItem::viewChanged() {
     if (std::exchange(redrawing_, true)) {
         return;
     }
-    runLoop_.async([this, alive = std::weak_ptr(alive_)] {
+    context_.runLoop.async([this, alive = std::weak_ptr(alive_)] {
         if (!alive.expired()) {
             redrawing_ = false;
             places_.contentChanged();
@@ -114,7 +113,7 @@ void LinuxStatusItem::clicked(const UserAction& action, std::optional<Point> pla
     }
     // Held here: what it does may take it, and this item, away.
     if (const std::shared_ptr<Button> button = buttonAt(shown(), place)) {
-        const CurrentEvent::Scope scope(currentEvent_, action);
+        const CurrentEvent::Scope scope(context_.currentEvent, action);
         button->receive(action.type);
     }
 }

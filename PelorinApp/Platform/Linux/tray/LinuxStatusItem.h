@@ -1,10 +1,9 @@
 #pragma once
 
-#include "Platform/Linux/tray/CurrentEvent.h"
 #include "Platform/Linux/tray/PanelPlace.h"
 #include "Platform/Linux/tray/StatusButton.h"
+#include "Platform/Linux/tray/TrayContext.h"
 #include "Platform/Linux/tray/TrayPlaces.h"
-#include "Platform/RunLoop.h"
 #include "Platform/StatusBar.h"
 
 #include <memory>
@@ -18,9 +17,8 @@ class LinuxStatusItem final : public StatusItem,
                               private ViewHost,
                               private TrayContent {
   public:
-    /// All that is given must outlive this object.
-    LinuxStatusItem(RunLoop& runLoop, Diagnostics& diagnostics, CurrentEvent& currentEvent,
-                    double length);
+    /// The context must outlive this object.
+    LinuxStatusItem(const TrayContext& context, double length);
     LinuxStatusItem(const LinuxStatusItem&) = delete;
     LinuxStatusItem& operator=(const LinuxStatusItem&) = delete;
     ~LinuxStatusItem() override;
@@ -52,8 +50,7 @@ class LinuxStatusItem final : public StatusItem,
     [[nodiscard]] Size usualSize() const;
     [[nodiscard]] Point indentWithin(Size item) const;
 
-    RunLoop& runLoop_;
-    CurrentEvent& currentEvent_;
+    const TrayContext& context_;
     double length_;
     bool loopRuns_ = false;
     bool redrawing_ = false;

@@ -10,8 +10,9 @@ namespace quillon {
 
 QString notifierWatcherName() { return QStringLiteral("org.kde.StatusNotifierWatcher"); }
 
-NotifierWatcher::NotifierWatcher(RunLoop& runLoop, std::function<void()> changed)
-    : changed_(std::move(changed)), bus_(runLoop, [this] { begin(); }) {}
+NotifierWatcher::NotifierWatcher(const TrayContext& context, std::function<void()> changed)
+    : changed_(std::move(changed)), bus_(context.runLoop, context.busAddress, [this] { begin(); }) {
+}
 
 void NotifierWatcher::begin() {
     const QString bus = QStringLiteral("org.freedesktop.DBus");

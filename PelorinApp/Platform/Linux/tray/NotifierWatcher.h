@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/tray/BusConnection.h"
-#include "Platform/RunLoop.h"
+#include "Platform/Linux/tray/TrayContext.h"
 
 #include <QObject>
 #include <QString>
@@ -18,7 +18,7 @@ class NotifierWatcher final : public QObject {
   public:
     /// `changed` is called when one comes, goes or is replaced; not before the constructor has
     /// returned.
-    NotifierWatcher(RunLoop& runLoop, std::function<void()> changed);
+    NotifierWatcher(const TrayContext& context, std::function<void()> changed);
 
     [[nodiscard]] bool isThere() const { return !owner_.isEmpty(); }
 

@@ -6,11 +6,11 @@ namespace {
 constexpr double patienceSeconds = 3.0; // panels take their time at login
 } // namespace
 
-TrayPlaces::TrayPlaces(RunLoop& runLoop, Diagnostics& diagnostics, TrayContent& content,
-                       double length)
-    : runLoop_(runLoop), diagnostics_(diagnostics), screen_(runLoop, *this),
-      tray_(runLoop, screen_, content, length, [this] { choose(); }),
-      watcher_(runLoop, [this] { choose(); }), notifier_(runLoop, watcher_, screen_, content) {
+TrayPlaces::TrayPlaces(const TrayContext& context, TrayContent& content, double length)
+    : context_(context), screen_(context, *this),
+      tray_(context.runLoop, screen_, content, length, [this] { choose(); }),
+      watcher_(context, [this] { choose(); }),
+      notifier_(context.runLoop, watcher_, screen_, content) {
     choose();
 }
 
@@ -59,7 +59,7 @@ void TrayPlaces::choose() {
     }
     if (saidNone_) {
         saidNone_ = false;
-        diagnostics_.line("✅ The tray is there");
+        context_.diagnostics.line("✅ The tray is there");
     }
 }
 
@@ -67,10 +67,11 @@ void TrayPlaces::tellSoon() {
     if (telling_ || saidNone_) {
         return;
     }
-    telling_ = runLoop_.asyncAfter(patienceSeconds, [this] {
+    telling_ = context_.runLoop.asyncAfter(patienceSeconds, [this] {
         telling_.reset();
         saidNone_ = true;
-        diagnostics_.line("⚠️ No tray on this desktop; start Quillon again to open its hub");
+        context_.diagnostics.line(
+            "⚠️ No tray on this desktop; start Quillon again to open its hub");
     });
 }
 

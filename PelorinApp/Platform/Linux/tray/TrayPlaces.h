@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Diagnostics.h"
 #include "Platform/Linux/tray/NotifierItem.h"
 #include "Platform/Linux/tray/NotifierWatcher.h"
+#include "Platform/Linux/tray/TrayContext.h"
 #include "Platform/Linux/tray/TrayPlace.h"
 #include "Platform/Linux/tray/TrayScreen.h"
 #include "Platform/Linux/tray/XEmbedTray.h"
@@ -17,8 +17,8 @@ namespace quillon {
 /// neither for a while. Main thread only.
 class TrayPlaces final : public TrayPlace, private TrayScreenListener {
   public:
-    /// All that is given must outlive this object.
-    TrayPlaces(RunLoop& runLoop, Diagnostics& diagnostics, TrayContent& content, double length);
+    /// Context and content must outlive this object.
+    TrayPlaces(const TrayContext& context, TrayContent& content, double length);
     ~TrayPlaces() override;
 
     void setVisible(bool visible);
@@ -41,8 +41,7 @@ class TrayPlaces final : public TrayPlace, private TrayScreenListener {
     void choose();
     void tellSoon();
 
-    RunLoop& runLoop_;
-    Diagnostics& diagnostics_;
+    const TrayContext& context_;
     bool isVisible_ = true;
     bool saidNone_ = false;
     TimerRef telling_;

@@ -10,8 +10,8 @@ namespace {
 constexpr double reconnectSeconds = 1.0; // a server that throws us out is not pestered
 } // namespace
 
-TrayScreen::TrayScreen(RunLoop& runLoop, TrayScreenListener& listener)
-    : runLoop_(runLoop), listener_(listener) {
+TrayScreen::TrayScreen(const TrayContext& context, TrayScreenListener& listener)
+    : context_(context), listener_(listener) {
     connect();
 }
 
@@ -20,6 +20,9 @@ TrayScreen::~TrayScreen() {
         reconnecting_->cancel();
     }
     stopReading();
+    if (connection_) {
+        context_.ownWindows.remove(ids_);
+    }
 }
 
 void TrayScreen::stopReading() {
@@ -43,6 +46,8 @@ void TrayScreen::connect() {
     if (!connection_) {
         return;
     }
+    ids_ = ResourceRange::of(connection_->get());
+    context_.ownWindows.add(ids_);
     atoms_ = std::make_unique<TrayAtoms>(*connection_);
     displays_ = std::make_unique<X11Displays>();
     displays_->follow(*connection_);
@@ -68,7 +73,7 @@ void TrayScreen::keepQueuedEvents() {
         kept_.push_back(std::move(event));
     }
     if (wasEmpty && !kept_.empty()) {
-        runLoop_.async([this, alive = std::weak_ptr(alive_)] {
+        context_.runLoop.async([this, alive = std::weak_ptr(alive_)] {
             if (!alive.expired()) {
                 readEvents();
             }
@@ -122,8 +127,9 @@ void TrayScreen::lose() {
     displays_.reset();
     geometry_.reset();
     const auto broken = std::move(connection_);
+    context_.ownWindows.remove(ids_);
     listener_.connectionChanged();
-    reconnecting_ = runLoop_.asyncAfter(reconnectSeconds, [this] {
+    reconnecting_ = context_.runLoop.asyncAfter(reconnectSeconds, [this] {
         connect();
         if (connection_) {
             listener_.connectionChanged();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/tray/TrayAtoms.h"
+#include "Platform/Linux/tray/TrayContext.h"
 #include "Platform/Linux/x11/X11Connection.h"
 #include "Platform/Linux/x11/X11Displays.h"
 #include "Platform/RunLoop.h"
@@ -33,7 +34,7 @@ class TrayScreenListener {
 class TrayScreen {
   public:
     /// Tells the listener nothing before it returns.
-    TrayScreen(RunLoop& runLoop, TrayScreenListener& listener);
+    TrayScreen(const TrayContext& context, TrayScreenListener& listener);
     TrayScreen(const TrayScreen&) = delete;
     TrayScreen& operator=(const TrayScreen&) = delete;
     ~TrayScreen();
@@ -43,7 +44,7 @@ class TrayScreen {
     // Only while it is connected.
     [[nodiscard]] const X11Connection& connection() const { return *connection_; }
     [[nodiscard]] const TrayAtoms& atoms() const { return *atoms_; }
-    [[nodiscard]] double scale() const { return geometry_->scale(); }
+    [[nodiscard]] double scale() const { return geometry_->pixelsPerPoint(); }
     [[nodiscard]] Rect toPoints(const PixelRect& pixels) const;
 
     /// In pixels of the root window; nothing while there is no server.
@@ -58,9 +59,10 @@ class TrayScreen {
     void lose();
     void stopReading();
 
-    RunLoop& runLoop_;
+    const TrayContext& context_;
     TrayScreenListener& listener_;
     std::unique_ptr<X11Connection> connection_;
+    ResourceRange ids_;
     std::unique_ptr<TrayAtoms> atoms_;
     std::unique_ptr<X11Displays> displays_;
     X11Displays::GeometryRef geometry_;

@@ -13,6 +13,7 @@ struct ResourceRange {
     std::uint32_t base = 0;
     std::uint32_t mask = 0;
 
+    /// The connection must not be broken.
     [[nodiscard]] static ResourceRange of(xcb_connection_t* connection) {
         const xcb_setup_t* setup = xcb_get_setup(connection);
         return {setup->resource_id_base, setup->resource_id_mask};
@@ -26,12 +27,10 @@ struct ResourceRange {
 /// on. Main thread only.
 class OwnWindows {
   public:
-    void add(xcb_connection_t* connection) { ranges_.push_back(ResourceRange::of(connection)); }
+    void add(const ResourceRange& range) { ranges_.push_back(range); }
 
-    /// Before the connection is closed: the server hands its ids out again.
-    void remove(xcb_connection_t* connection) {
-        std::erase(ranges_, ResourceRange::of(connection));
-    }
+    /// When the connection is closed: the server hands its ids out again.
+    void remove(const ResourceRange& range) { std::erase(ranges_, range); }
 
     [[nodiscard]] bool contains(xcb_window_t window) const {
         return std::any_of(ranges_.begin(), ranges_.end(),

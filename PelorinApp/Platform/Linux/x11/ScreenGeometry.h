@@ -38,9 +38,6 @@ class ScreenGeometry {
     [[nodiscard]] double pixelsPerPoint() const { return scale_; }
     [[nodiscard]] std::span<const Rect> frames() const { return frames_; }
 
-    /// Pixels per point.
-    [[nodiscard]] double scale() const { return scale_; }
-
     bool operator==(const ScreenGeometry& other) const {
         return monitors_ == other.monitors_ && scale_ == other.scale_;
     }

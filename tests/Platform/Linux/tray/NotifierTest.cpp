@@ -1,12 +1,9 @@
 #include "Platform/Linux/tray/FakeTray.h"
 #include "Platform/Linux/tray/FakeWatcher.h"
 #include "Platform/Linux/tray/PrivateBus.h"
-#include "Platform/Linux/tray/SessionBus.h"
 #include "Platform/Linux/tray/TrayBench.h"
-#include "support/TemporaryFolder.h"
 
 #include <QDBusPendingReply>
-#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -24,25 +21,11 @@ TEST(SquareAround, AsWideAsThePanelIsThickAndWithinIt) {
     EXPECT_EQ(squareAround({100, 100}, std::nullopt, 24), (PixelRect{88, 88, 24, 24}));
 }
 
-TEST(SessionBusAddress, NeverOneThatHadToBeStarted) {
-    const TrayEnvironment none;
-    EXPECT_EQ(sessionBusAddress(), QString());
-    const TemporaryFolder folder;
-    qputenv("XDG_RUNTIME_DIR", folder.path().c_str());
-    EXPECT_EQ(sessionBusAddress(), QString());
-    QFile socket(QString::fromStdString((folder.path() / "bus").string()));
-    ASSERT_TRUE(socket.open(QFile::WriteOnly));
-    EXPECT_EQ(sessionBusAddress(), "unix:path=" + socket.fileName());
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/there");
-    EXPECT_EQ(sessionBusAddress(), "unix:path=/there");
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "autolaunch:");
-    EXPECT_EQ(sessionBusAddress(), QString());
-    const TrayEnvironment clean;
-}
-
 struct NotifierTest : testing::Test, TrayBench {
     PrivateBus bus;
     std::unique_ptr<FakeWatcher> watcher;
+
+    NotifierTest() { context.busAddress = bus.address().toStdString(); }
 
     void offer() {
         watcher = std::make_unique<FakeWatcher>(bus.address());

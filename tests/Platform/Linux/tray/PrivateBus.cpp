@@ -13,14 +13,12 @@ PrivateBus::PrivateBus() {
         throw std::runtime_error("dbus-daemon did not start");
     }
     address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
-    qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
 }
 
 PrivateBus::~PrivateBus() {
     resume();
     daemon_.kill();
     daemon_.waitForFinished();
-    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
 }
 
 void PrivateBus::stop() const { ::kill(static_cast<pid_t>(daemon_.processId()), SIGSTOP); }

@@ -64,7 +64,9 @@ struct TrayBench {
     VirtualRunLoop loop;
     RecordingDiagnostics diagnostics;
     CurrentEvent current;
-    LinuxStatusBar bar{loop, diagnostics, current};
+    OwnWindows ownWindows;
+    TrayContext context{loop, diagnostics, current, ownWindows, ""};
+    LinuxStatusBar bar{context};
     std::vector<UserAction> actions; // what was the current event when an action was performed
     std::shared_ptr<StatusItem> item;
 

@@ -54,7 +54,7 @@ struct X11EventMonitorsTest : testing::Test {
     X11EventMonitors monitors{ownWindows};
     Types seen;
 
-    X11EventMonitorsTest() { ownWindows.add(own.connection->get()); }
+    X11EventMonitorsTest() { ownWindows.add(ResourceRange::of(own.connection->get())); }
 
     EventMonitorRef monitor(std::uint64_t mask = everyButton) {
         return monitors.addGlobalMonitor(mask, [this](EventType type) { seen.push_back(type); });
@@ -141,7 +141,7 @@ TEST_F(X11EventMonitorsTest, ReportsClicksOnOtherProgramsButNotOnThisOne) {
     static_cast<void>(foreign.show(20, 20, 50, ownWindow));
     EXPECT_EQ(seenOfClickAt(430, 130), leftClick) << "another's, within this program's";
 
-    ownWindows.remove(own.connection->get());
+    ownWindows.remove(ResourceRange::of(own.connection->get()));
     EXPECT_EQ(seenOfClickAt(550, 250), leftClick);
 }
 
