@@ -30,6 +30,7 @@ IDLE = 20        # seconds over which wakeups are counted, longer than any inter
 PANEL = Rectangle(0, 0, 1280, 30)
 BELOW = Rectangle(780, 34, 500, 500)  # where what an icon opens comes to lie
 FAR = (300, 700)
+ICON = 22
 
 
 class Program:
@@ -38,10 +39,29 @@ class Program:
         self.start, self.first, self.again = [], [], []
         self.memory, self.wakeups = [], []
 
-    def close(self, hand):
-        """What was opened, as its users would."""
-        hand.move(*(FAR if self._close == "elsewhere" else self.place))
+    def open(self, hand, below) -> float:
+        """The seconds from the click until something is seen."""
+        hand.move(*self.place)
+        clicked = time.monotonic()
         hand.click(1)
+        return wait_until(lambda: next((moment - clicked for moment, _, _ in below.changes()
+                                        if moment > clicked), None), "something has opened")
+
+    def close(self, hand, below):
+        """As its users would. Not every click is taken: one may be too fresh, or a double one."""
+        def closed():
+            hand.move(*(FAR if self._close == "elsewhere" else self.place))
+            hand.click(1)
+            try:
+                return wait_until(lambda: rests(below) and below.all()[-1][1] == 0, "it is gone", 1)
+            except Failed:
+                return False
+        wait_until(closed, f"what {self.name} has opened is closed")
+
+
+def rests(watch):
+    """Nothing has moved there for a while."""
+    return time.monotonic() - watch.all()[-1][0] > 0.3
 
 
 def first_change(watch, since):
@@ -50,31 +70,21 @@ def first_change(watch, since):
 
 
 def docked_icon(desktop, before) -> tuple[int, int]:
-    """The middle of what has changed in the panel."""
+    """The middle of the icon: what is at the right end of all that has changed in the panel, where
+    the taskbar has made room for it."""
     after = desktop.folder / "after.png"
     desktop.run("import", "-window", "root", "-crop", "1280x30+0+0", after)
     box = desktop.run("convert", before, after, "-compose", "difference", "-composite", "-trim",
                       "-format", "%X %Y %w %h", "info:").split()
     x, y, width, height = (int(value) for value in box)
-    return x + width // 2, y + height // 2
+    return x + width - ICON // 2, y + height // 2
 
 
 def still(desktop, area):
     """Waits until nothing moves there any more."""
     watch = PixelWatch(desktop, area)
-    wait_until(lambda: time.monotonic() - watch.all()[-1][0] > 0.3, "a still screen")
+    wait_until(lambda: rests(watch), "a still screen")
     watch.close()
-
-
-def click_until_open(desktop, hand, place) -> float:
-    hand.move(*place)
-    still(desktop, BELOW)
-    watch = PixelWatch(desktop, BELOW)
-    clicked = time.monotonic()
-    hand.click(1)
-    seconds = first_change(watch, clicked)
-    watch.close()
-    return seconds
 
 
 def measure(desktop, hand, program) -> None:
@@ -91,14 +101,15 @@ def measure(desktop, hand, program) -> None:
     await_idle(process)
     program.place = docked_icon(desktop, before)
 
-    program.first.append(click_until_open(desktop, hand, program.place))
+    below = PixelWatch(desktop, BELOW)
+    program.first.append(program.open(hand, below))
     for _ in range(REOPENINGS):
-        # The click that opened it may be too fresh for one elsewhere to close it.
-        still(desktop, BELOW)
-        program.close(hand)
-        program.again.append(click_until_open(desktop, hand, program.place))
-    still(desktop, BELOW)
-    program.close(hand)
+        wait_until(lambda: rests(below), "it is all there")
+        program.close(hand, below)
+        program.again.append(program.open(hand, below))
+    wait_until(lambda: rests(below), "it is all there")
+    program.close(hand, below)
+    below.close()
     hand.move(*FAR)
     await_idle(process)
     program.memory.append(process_facts.resident_memory(process.pid))
@@ -135,7 +146,7 @@ def main() -> None:
         hand = Injector(desktop)
         programs = [Program("Quillon", [QUILLON], "item"),
                     Program("pasystray", ["pasystray"], "elsewhere"),
-                    Program("volumeicon", ["volumeicon"], "elsewhere")]
+                    Program("volumeicon", ["volumeicon"], "item")]
         for _ in range(ROUNDS):
             for program in programs:
                 measure(desktop, hand, program)

@@ -44,7 +44,35 @@ def desktop_switcher(stage: Stage) -> None:
     stage.expect(lambda: stage.wheel_is("free"), "out of the band, the wheel is free again")
 
 
-GESTURES = [desktop_switcher]
+def status_item(stage: Stage) -> None:
+    view, desktop = stage.view, stage.desktop
+    stage.say("The item in the tray.")
+    stage.expect(view.item, "it is in the panel's tray")
+    stage.picture("item")
+    stage.go_to(view.item().middle)
+    stage.expect_picture_of_tooltip()
+
+    stage.say("A left click opens the hub.")
+    stage.click()
+    stage.expect(view.hub, "the hub is open")
+    stage.picture("hub")
+    stage.click()
+    stage.expect(lambda: view.hub() is None, "another one closes it")
+
+    stage.say("A right click opens the menu.")
+    stage.click(3)
+    stage.expect(view.menu, "the menu is open, and not the hub")
+    stage.picture("menu")
+    desktop.run("xdotool", "key", "Escape")
+    stage.expect(lambda: view.menu() is None, "Escape closes it")
+
+    stage.say("While the volume changes the item shows it.")
+    stage.go_to(stage.outside)
+    desktop.run(PROGRAM, "show-level", 42, 42.5)
+    stage.picture("level")
+
+
+GESTURES = [desktop_switcher, status_item]
 
 
 def main() -> int:

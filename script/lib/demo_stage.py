@@ -11,6 +11,7 @@ import sys
 
 import scene
 from desktop import Failed, PrivateDesktop, wait_until
+from shell_view import ShellView
 
 PROBE = pathlib.Path(__file__).with_name("wheel_probe.py")
 FENCE = 9  # a mouse button that nobody on the stage uses
@@ -24,6 +25,7 @@ class Stage:
 
     def __init__(self, desktop: PrivateDesktop, program, pictures: pathlib.Path):
         self.desktop = desktop
+        self.view = ShellView(desktop)
         self._quillon = desktop.start("quillon", [program])
         self._pictures = pictures
         self._taken = 0
@@ -64,6 +66,20 @@ class Stage:
 
     def go_to(self, point) -> None:
         self.desktop.move_pointer(*point)
+
+    def click(self, button=1) -> None:
+        self.desktop.run("xdotool", "click", button)
+
+    def expect_picture_of_tooltip(self) -> None:
+        """The pointer rests on the item until a word about it appears below."""
+        shots = (self.desktop.folder / "before.ppm", self.desktop.folder / "now.ppm")
+        self.desktop.screenshot(shots[0])
+
+        def changed():
+            self.desktop.screenshot(shots[1])
+            return shots[0].read_bytes() != shots[1].read_bytes()
+        self.expect(changed, "a word about it appears")
+        self.picture("tooltip")
 
     def wheel_is(self, state: str) -> bool:
         return self.desktop.run(sys.executable, PROBE).strip() == state
