@@ -29,6 +29,9 @@ std::string levelToolTip(float percent) {
 } // namespace
 
 void AppDelegate::showVolumeLevel(float percent) {
+    if (!Platform::isThere()) {
+        return;
+    }
     Platform::current().runLoop.async([percent] {
         if (const auto self = shared_.lock()) {
             self->acceptVolumePercent(percent);
@@ -37,7 +40,8 @@ void AppDelegate::showVolumeLevel(float percent) {
 }
 
 void AppDelegate::acceptVolumePercent(float percent) {
-    const float tenths = std::round(std::clamp(percent, 0.0F, fullPercent) * 10) / 10;
+    // The addition takes a minus from a zero.
+    const float tenths = std::round(std::clamp(percent, 0.0F, fullPercent) * 10) / 10 + 0.0F;
     volumeHUDQueuedPercent_ = tenths;
     const double now = platform_.runLoop.uptime();
     if (!volumeLevelIsShown()) {

@@ -43,7 +43,7 @@ VolumeBarMenuBarButton::VolumeBarMenuBarButton() {
 void VolumeBarMenuBarButton::setLevel(double level) {
     const double before = level_;
     level_ = level;
-    if (std::abs(level - before) > visibleChange) {
+    if (!(std::abs(level - before) <= visibleChange)) { // also from what was no number
         setNeedsDisplay();
     }
 }

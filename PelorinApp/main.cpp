@@ -15,26 +15,31 @@
 
 #include <QApplication>
 
+#include <array>
 #include <csignal>
+#include <fcntl.h>
 #include <iostream>
 #include <optional>
+#include <unistd.h>
 
 namespace {
 
 using namespace quillon;
 
-/// Names and defaults that the toolkit wants before it is there.
-void setUpToolkit() {
-    // Gestures, tray and focus are X11's also where the session's own programs use another display.
-    qputenv("QT_QPA_PLATFORM", "xcb");
+/// Names that the toolkit wants before it is there.
+void nameApplication() {
     QCoreApplication::setApplicationName(QStringLiteral("Quillon"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Quillon"));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.pelorin.PelorinApp"));
 }
 
-int runOnDisplay(int argc, char** argv) {
-    setUpToolkit();
-    const QApplication application(argc, argv);
+int runOnDisplay(char* program) {
+    nameApplication();
+    // Gestures, tray and focus are X11's also where the session's own programs use another display.
+    // By an argument, since the environment is handed on to the programs that we start.
+    std::array arguments{program, const_cast<char*>("-platform"), const_cast<char*>("xcb")};
+    auto count = static_cast<int>(arguments.size());
+    const QApplication application(count, arguments.data());
     LinuxSession session;
     LinuxPlatform platform(session, screenUrl);
     SingleInstance instance(
@@ -48,17 +53,29 @@ int runOnDisplay(int argc, char** argv) {
     Platform::setCurrent(&platform.services());
     platform.describeSession();
     const PelorinAppApp app;
-    return platform.run();
+    const int status = platform.run();
+    Platform::setCurrent(nullptr);
+    return status;
 }
 
-int run(int argc, char** argv) {
+/// Whoever starts us may have closed them; the next files to be opened would take their numbers,
+/// and what is printed would go there.
+void openStandardDescriptors() {
+    int opened = 0;
+    do {
+        opened = ::open("/dev/null", O_RDWR);
+    } while (opened >= 0 && opened <= STDERR_FILENO);
+    ::close(opened);
+}
+
+int run(char* program) {
     blockEndSignals(); // before there is any thread that they could end
     settleSessionBus();
     if (const auto status = SingleInstance::activateRunning(std::cerr)) {
         return *status;
     }
     StandardOutput diagnostics;
-    return awaitDisplay(diagnostics) ? runOnDisplay(argc, argv) : EXIT_SUCCESS;
+    return awaitDisplay(diagnostics) ? runOnDisplay(program) : EXIT_SUCCESS;
 }
 
 int changeDefaults(const DefaultsRequest& request, int argc, char** argv) {
@@ -72,6 +89,7 @@ int changeDefaults(const DefaultsRequest& request, int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    openStandardDescriptors();
     // Whoever reads the diagnostics may go away; the gestures stay.
     std::signal(SIGPIPE, SIG_IGN);
 
@@ -92,5 +110,5 @@ int main(int argc, char** argv) {
         return showLevelCommand(level->percents, std::chrono::milliseconds(level->milliseconds),
                                 std::cerr);
     }
-    return run(argc, argv);
+    return run(argv[0]);
 }

@@ -61,12 +61,10 @@ TEST_F(VolumeLevel, WidthIsTheFirstOfBoundsFrameAndFittingSizeThatIsOne) {
 
 TEST_F(VolumeLevel, WithoutAnyMeasurementTheLengthStaysSquare) {
     ShellBench fresh;
-    fresh.desktop.statusBar.grantingButtons = true;
+    fresh.desktop.statusBar.buttonBounds = {};
     fresh.launch();
-    // The launch has measured it, so what is left is what that found.
-    fresh.button().boundsRect = {};
     fresh.showLevel(10);
-    EXPECT_EQ(fresh.item().length, 24);
+    EXPECT_EQ(fresh.item().length, squareStatusItemLength);
 }
 
 TEST_F(VolumeLevel, FadesInHoldsAndFadesOut) {
@@ -167,16 +165,16 @@ TEST_F(VolumeLevel, APercentDuringTheFadeOutBringsItBack) {
     EXPECT_FALSE(isShown());
 }
 
-TEST_F(VolumeLevel, AFadeOutDropsWhatIsQueued) {
-    bench.showLevel(10);
-    bench.pass(1.65);
-    bench.showLevel(15); // holds until 3.15
-    bench.pass(1.45);
-    EXPECT_EQ(bench.alpha(), 1);
-    bench.pass(0.3);
-    EXPECT_FALSE(isShown());
-    bench.pass(2);
-    EXPECT_FALSE(isShown());
+TEST_F(VolumeLevel, RedrawsOnlyForAChangeThatCanBeSeen) {
+    bench.showLevel(42.5F);
+    bench.pass(0.5);
+    const int before = bench.item().changes;
+    bench.showLevel(42.6F);
+    EXPECT_EQ(bench.item().changes, before);
+    EXPECT_EQ(toolTip(), "Volume 42.6");
+    bench.pass(0.5);
+    bench.showLevel(42.9F);
+    EXPECT_GT(bench.item().changes, before);
 }
 
 TEST_F(VolumeLevel, AClickRestoresTheIconAndOpensTheHub) {
@@ -233,12 +231,26 @@ TEST_F(VolumeLevel, PercentsOutsideTheRange) {
     EXPECT_EQ(level(), 0);
     EXPECT_EQ(toolTip(), "Volume 0.0");
     bench.pass(1);
+    bench.showLevel(-0.0F);
+    EXPECT_EQ(toolTip(), "Volume 0.0");
+    bench.pass(1);
     bench.showLevel(33.36F);
     EXPECT_NEAR(level(), 0.334, 1e-6);
     EXPECT_EQ(toolTip(), "Volume 33.4");
     bench.pass(1);
     bench.showLevel(std::numeric_limits<float>::quiet_NaN());
     EXPECT_EQ(toolTip(), "Volume —");
+    bench.pass(1);
+    const int before = bench.item().changes;
+    bench.showLevel(50);
+    EXPECT_GT(bench.item().changes, before);
+}
+
+TEST_F(VolumeLevel, WithoutAPlatformNothingHappens) {
+    Platform::setCurrent(nullptr);
+    AppDelegate::showVolumeLevel(70);
+    bench.desktop.runLoop.drain();
+    EXPECT_FALSE(isShown());
 }
 
 TEST_F(VolumeLevel, MayBeReportedFromAnyThread) {

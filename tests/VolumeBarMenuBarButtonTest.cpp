@@ -127,6 +127,7 @@ TEST(VolumeBarMenuBarButton, DrawsBothParts) {
 class CountingHost final : public ViewHost {
   public:
     void viewChanged() override { ++changes; }
+    void toolTipChanged() override {}
     [[nodiscard]] std::optional<Rect> rootOnScreen() const override { return std::nullopt; }
     int changes = 0;
 };

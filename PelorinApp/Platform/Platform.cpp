@@ -15,6 +15,8 @@ Platform& Platform::current() {
     return *currentPlatform;
 }
 
+bool Platform::isThere() { return currentPlatform != nullptr; }
+
 void Platform::setCurrent(Platform* platform) { currentPlatform = platform; }
 
 } // namespace quillon

@@ -50,6 +50,7 @@ struct Platform {
     /// The platform of the process, for what is shared process-wide. main sets it, once, before
     /// anything asks for it.
     static Platform& current();
+    [[nodiscard]] static bool isThere();
     static void setCurrent(Platform* platform);
 };
 

@@ -11,8 +11,9 @@ View::~View() {
 }
 
 void View::setFrame(const Rect& frame) {
-    frame_ = frame;
-    setNeedsDisplay();
+    if (std::exchange(frame_, frame) != frame) {
+        setNeedsDisplay();
+    }
 }
 
 void View::setAlphaValue(double alpha) {
@@ -24,7 +25,9 @@ void View::setAlphaValue(double alpha) {
 void View::setToolTip(std::string text) {
     if (text != toolTip_) {
         toolTip_ = std::move(text);
-        setNeedsDisplay();
+        if (ViewHost* host = outermostHost()) {
+            host->toolTipChanged();
+        }
     }
 }
 
@@ -53,13 +56,17 @@ std::optional<Rect> View::onScreen() const {
 }
 
 void View::setNeedsDisplay() {
+    if (ViewHost* host = outermostHost()) {
+        host->viewChanged();
+    }
+}
+
+ViewHost* View::outermostHost() const {
     const View* view = this;
     while (view->superview_ != nullptr) {
         view = view->superview_;
     }
-    if (view->host_ != nullptr) {
-        view->host_->viewChanged();
-    }
+    return view->host_;
 }
 
 void View::draw(DrawingContext& /*context*/) const {}

@@ -20,6 +20,9 @@ class ViewHost {
     /// Something about the view or those within it looks different now.
     virtual void viewChanged() = 0;
 
+    /// One of them has another tooltip.
+    virtual void toolTipChanged() { viewChanged(); }
+
     /// Where the root view's bounds are on the screen; nothing while it is on none.
     [[nodiscard]] virtual std::optional<Rect> rootOnScreen() const = 0;
 };
@@ -70,6 +73,8 @@ class View : public Sender {
     virtual void draw(DrawingContext& context) const;
 
   private:
+    [[nodiscard]] ViewHost* outermostHost() const;
+
     Rect frame_;
     double alphaValue_ = 1;
     std::string toolTip_;

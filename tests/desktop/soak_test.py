@@ -12,6 +12,10 @@ ALLOWED = 3 << 20  # bytes that an allocator may keep for itself
 
 
 class Soak(ShellTest):
+    # What is freed may otherwise be kept back, to see uses of it, where the build looks for them.
+    options = {"panel": "tint2", "bus": True,
+               "environment": {"ASAN_OPTIONS": "quarantine_size_mb=1:thread_local_quarantine_size_kb=64"}}
+
     def test_toggles(self):
         quillon = self.start_shell()
         self.toggle(100)

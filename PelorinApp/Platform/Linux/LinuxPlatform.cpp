@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <string>
 #include <utility>
@@ -27,8 +28,16 @@ xcb_connection_t* toolkitConnection() {
     return x11 == nullptr ? nullptr : x11->connection();
 }
 
-constexpr const char* restartVariable = "QUILLON_STARTED_AGAIN_AT"; // uptime in seconds
-constexpr double shortestLife = 5; // seconds; who dies sooner would only die again and again
+constexpr const char* restartVariable = "QUILLON_STARTED_AGAIN_AT"; // uptime in milliseconds
+constexpr long long shortestLife = 2000; // who dies sooner would only die again and again
+
+/// Takes it out of the environment, so that it is not handed on to the programs that we start.
+long long takeRestartTime() {
+    const char* text = std::getenv(restartVariable);
+    const long long time = text == nullptr ? -shortestLife : std::atoll(text);
+    ::unsetenv(restartVariable);
+    return time;
+}
 
 /// What is to be done when somebody calls exit() while the event loop runs, as the toolkit does
 /// when the X server goes: nothing of what lives on the main function's stack is destroyed then.
@@ -40,7 +49,8 @@ std::function<void()>& uponExit() {
 } // namespace
 
 LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::string_view)> screenUrl)
-    : session_(session), server_(session.diagnostics, displays_, [this] { displayLost(); }),
+    : session_(session), lastRestart_(takeRestartTime()),
+      server_(session.diagnostics, displays_, [this] { displayLost(); }),
       events_(
           session.runLoop, session.diagnostics, displays_, [this] { return server_.isGranted(); },
           helperProgram("quillon-watchdog")),
@@ -49,7 +59,8 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
                                          ownWindows_, sessionBusAddress()},
       statusBar_(tray_),
       popovers_({displays_, &statusBar_, [this] { return inputTime(); }, std::move(screenUrl)}),
-      menus_(displays_), alerts_([this] { return inputTime(); }), loginItem_(thisProgram()),
+      menus_(displays_, &statusBar_, [this] { return eventPlace(); }),
+      alerts_([this] { return inputTime(); }), loginItem_(thisProgram()),
       workspace_(session.diagnostics), updateMessages_([this] { return inputTime(); }),
       updaters_({session.runLoop, session.bundle, session.userDefaults.standard(),
                  session.diagnostics, workspace_, updateMessages_}),
@@ -92,10 +103,7 @@ void LinuxPlatform::describeSession() {
 }
 
 int LinuxPlatform::run() {
-    uponExit() = [this] {
-        displayLost();
-        std::_Exit(EXIT_FAILURE);
-    };
+    uponExit() = [this] { displayLost(); };
     [[maybe_unused]] static const int registered = std::atexit([] {
         if (uponExit()) {
             uponExit()();
@@ -109,21 +117,20 @@ int LinuxPlatform::run() {
 }
 
 void LinuxPlatform::displayLost() {
-    if (std::exchange(isDisplayLost_, true)) {
-        return;
-    }
     session_.userDefaults.flush();
     if (X11Connection::open()) {
         startAgain();
+        session_.diagnostics.line("❌ The X server closes the program's connections; ending");
+    } else {
+        session_.diagnostics.line("❌ The X server is gone; ending");
     }
-    session_.diagnostics.line("❌ The X server is gone; ending");
-    session_.runLoop.quit(EXIT_FAILURE);
+    // Without what the toolkit would do at the end: it counts on its connection.
+    std::_Exit(EXIT_FAILURE);
 }
 
 void LinuxPlatform::startAgain() {
-    const double now = session_.runLoop.uptime();
-    if (const char* last = std::getenv(restartVariable);
-        last != nullptr && now - std::strtod(last, nullptr) < shortestLife) {
+    const long long now = std::llround(session_.runLoop.uptime() * 1000);
+    if (now - lastRestart_ < shortestLife) {
         return;
     }
     session_.diagnostics.line("🔄 The X server closed a connection of the program; starting again");
@@ -137,6 +144,11 @@ void LinuxPlatform::reopen(std::optional<std::uint32_t> inputTime) {
     reopenTime_ = inputTime.value_or(0);
     application_.reopen();
     reopenTime_ = 0;
+}
+
+std::optional<PixelPoint> LinuxPlatform::eventPlace() const {
+    const auto& action = currentEvent_.get();
+    return action ? std::optional(PixelPoint{action->rootX, action->rootY}) : std::nullopt;
 }
 
 std::uint32_t LinuxPlatform::inputTime() const {

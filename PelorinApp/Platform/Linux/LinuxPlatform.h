@@ -55,12 +55,13 @@ class LinuxPlatform {
   private:
     /// Ends the program, or starts it again where it is only the connection that is lost: somebody
     /// may have had a window of ours killed.
-    void displayLost();
+    [[noreturn]] void displayLost();
     void startAgain();
     [[nodiscard]] std::uint32_t inputTime() const;
+    [[nodiscard]] std::optional<PixelPoint> eventPlace() const;
 
     LinuxSession& session_;
-    bool isDisplayLost_ = false;
+    long long lastRestart_; // uptime in milliseconds
     std::uint32_t reopenTime_ = 0;
     CurrentEvent currentEvent_;
     X11Displays displays_;

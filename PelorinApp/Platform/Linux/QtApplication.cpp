@@ -1,6 +1,7 @@
 #include "Platform/Linux/QtApplication.h"
 
 #include <QGuiApplication>
+#include <QSessionManager>
 
 #include <utility>
 
@@ -9,6 +10,11 @@ namespace quillon {
 QtApplication::QtApplication(const CurrentEvent& currentEvent) : currentEvent_(currentEvent) {
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &receiver_,
                      [this](Qt::ApplicationState state) { tellIfActive(state); });
+    // What starts at login is the login item's affair, not the session manager's.
+    QObject::connect(
+        qGuiApp, &QGuiApplication::saveStateRequest, &receiver_,
+        [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); },
+        Qt::DirectConnection);
 }
 
 void QtApplication::setDelegate(std::weak_ptr<ApplicationDelegate> delegate) {

@@ -41,6 +41,7 @@ std::shared_ptr<StatusItem> SimulatedStatusBar::statusItem(double length) {
     }
     auto made = std::make_shared<SimulatedStatusItem>(sink_, length);
     made->hasButton = grantingButtons;
+    made->normalButton->boundsRect = buttonBounds;
     item = made;
     return made;
 }
@@ -53,9 +54,9 @@ class SimulatedPopovers::SimulatedPopover final : public Popover {
         say(behavior == PopoverBehavior::applicationDefined ? "application-defined" : "other");
     }
     [[nodiscard]] bool isShown() const override { return service_.shown; }
-    void show(const View& anchor, RectEdge preferredEdge) override {
+    void show(const View& view, RectEdge preferredEdge) override {
         service_.shown = true;
-        service_.anchor = &anchor;
+        service_.anchor = &view;
         say(preferredEdge == RectEdge::minY ? "show below" : "show elsewhere");
     }
     void close() override {

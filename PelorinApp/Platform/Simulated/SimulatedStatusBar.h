@@ -36,6 +36,7 @@ class SimulatedStatusItem final : public StatusItem, public ViewHost {
     void setCustomView(std::shared_ptr<View> view) override;
 
     void viewChanged() override { ++changes; }
+    void toolTipChanged() override {}
     [[nodiscard]] std::optional<Rect> rootOnScreen() const override { return place; }
 
     std::shared_ptr<SimulatedStatusButton> normalButton = std::make_shared<SimulatedStatusButton>();
@@ -58,6 +59,7 @@ class SimulatedStatusBar final : public StatusBar {
     std::weak_ptr<SimulatedStatusItem> item; // the latest
     bool granting = true;
     bool grantingButtons = true;
+    Rect buttonBounds{0, 0, 24, 22};
 
   private:
     ActionSink sink_;

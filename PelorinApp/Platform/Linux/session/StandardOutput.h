@@ -6,7 +6,8 @@
 
 namespace quillon {
 
-/// Diagnostics on standard output, flushed per line so that a reader sees each when it happens.
+/// Diagnostics on standard output, each line at once, so that a reader sees it when it happens. A
+/// reader that has fallen behind loses lines rather than hold up the program.
 class StandardOutput final : public Diagnostics {
   public:
     void line(std::string_view text) override;

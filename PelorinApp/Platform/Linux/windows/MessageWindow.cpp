@@ -80,7 +80,9 @@ MessageWindow::MessageWindow(Message message, std::function<std::uint32_t()> inp
     box_->adjustSize();
     box_->move(freePlace(box_->size()));
     box_->winId(); // makes the window
+    manager_.markAccessory(*box_->windowHandle());
     manager_.show(*box_->windowHandle(), [this] { box_->show(); });
+    manager_.confirmAccessory(*box_->windowHandle());
 }
 
 MessageWindow::~MessageWindow() {

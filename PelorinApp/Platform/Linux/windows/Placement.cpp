@@ -153,6 +153,19 @@ Rect placeMenu(Point corner, const Rect& around, const Rect& screen, Size size) 
     return onto(screen, menu);
 }
 
+Rect placeMenuBeside(const Rect& panel, bool isVertical, Point corner, const Rect& screen,
+                     Size size) {
+    const Point middle = centre(panel);
+    const Point screenMiddle = centre(screen);
+    Rect menu{corner.x, corner.y - size.height, size.width, size.height};
+    if (isVertical) {
+        menu.x = middle.x < screenMiddle.x ? panel.maxX() : panel.minX() - size.width;
+    } else {
+        menu.y = middle.y > screenMiddle.y ? panel.minY() - size.height : panel.maxY();
+    }
+    return onto(screen, menu);
+}
+
 Rect screenOf(const Rect& rect, std::span<const Rect> screens) {
     const Point middle = centre(rect);
     if (const Rect* found = screenContaining(middle, screens)) {

@@ -32,6 +32,11 @@ struct PopoverSite {
 /// `around`: above it where there is no room below, beside it where there is neither.
 [[nodiscard]] Rect placeMenu(Point corner, const Rect& around, const Rect& screen, Size size);
 
+/// A menu whose corner would be at this point of a panel: beside the panel, on the side of the
+/// screen's middle.
+[[nodiscard]] Rect placeMenuBeside(const Rect& panel, bool isVertical, Point corner,
+                                   const Rect& screen, Size size);
+
 /// The screen that has the middle of the rectangle, else the nearest one. There must be a screen.
 [[nodiscard]] Rect screenOf(const Rect& rect, std::span<const Rect> screens);
 

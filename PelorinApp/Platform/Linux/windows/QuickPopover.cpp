@@ -18,6 +18,9 @@ constexpr double gap = 6;
 constexpr std::chrono::milliseconds retryInterval{2};
 constexpr std::chrono::milliseconds longestWait{250};
 
+/// After a change of the screens, until panels have moved to where they belong then.
+constexpr std::chrono::milliseconds settlingTime{300};
+
 /// The part of the main screen that no panel has reserved for itself.
 Rect freeArea(const ScreenGeometry& geometry) {
     const Rect main = geometry.frames().front();
@@ -51,20 +54,52 @@ QuickPopover::QuickPopover(const PopoverSurroundings& surroundings, std::string_
         }
     });
     idle_.start();
+    followScreens();
     retry_.setInterval(retryInterval);
     QObject::connect(&retry_, &QTimer::timeout, &retry_, [this] { present(); });
+}
+
+void QuickPopover::followScreens() {
+    settling_.setSingleShot(true);
+    settling_.setInterval(settlingTime);
+    QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] {
+        if (!shown_) {
+            return;
+        }
+        const auto geometry = surroundings_.displays.geometry();
+        if (geometry && anchor_ &&
+            screenContaining({anchor_->minX(), anchor_->maxY()}, geometry->frames()) == nullptr) {
+            anchor_.reset(); // where it was there is no screen any more
+        }
+        place();
+    });
+    const auto changed = [this] { settling_.start(); };
+    const auto follow = [this, changed](const QScreen* screen) {
+        QObject::connect(screen, &QScreen::availableGeometryChanged, &settling_, changed);
+    };
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        follow(screen);
+    }
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &settling_, follow);
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &settling_, changed);
 }
 
 bool QuickPopover::prepareStep() {
     if (!window_) {
         window_ = std::make_unique<PopoverWindow>(screen_);
-        QObject::connect(window_.get(), &PopoverWindow::closeRequested, window_.get(),
-                         [this] { close(); });
-        QObject::connect(window_.get(), &PopoverWindow::escaped, window_.get(), [this] {
+        const auto escape = [this] {
             if (escaped_) {
                 escaped_();
             }
-        });
+        };
+        QObject::connect(window_.get(), &PopoverWindow::escaped, window_.get(), escape);
+        // The window manager's request is the user's, too.
+        QObject::connect(window_.get(), &PopoverWindow::closeRequested, window_.get(),
+                         [this, escape] {
+                             if (!hasAttachedSheet()) {
+                                 escape();
+                             }
+                         });
         QObject::connect(window_.get(), &PopoverWindow::sizeChanged, window_.get(), [this] {
             if (shown_) {
                 place();

@@ -31,7 +31,8 @@ struct PopoverSurroundings {
 
 /// A popover on the desktop: a window that floats above the others, on every desktop, unknown to
 /// taskbars and pagers. It has the keyboard once it is shown, and stays until it is closed whoever
-/// has the keyboard then. The window manager's request to close it hides it, too.
+/// has the keyboard then. The window manager's request
+/// to close it counts as Escape on its first page, but not while there is a sheet.
 ///
 /// Its window is made, and its content drawn once, when the program is first idle after the
 /// popover was made; show() does at once whatever has not been done by then.
@@ -57,6 +58,7 @@ class QuickPopover final : public Popover {
     bool prepareStep();
     PopoverWindow& preparedWindow();
     void place();
+    void followScreens();
     void present();
 
     PopoverSurroundings surroundings_;
@@ -65,6 +67,7 @@ class QuickPopover final : public Popover {
     EwmhClient manager_;
     std::unique_ptr<PopoverWindow> window_;
     QTimer idle_;
+    QTimer settling_;
     QTimer retry_;
     QElapsedTimer waiting_;
     std::optional<Rect> anchor_; // nothing: in no window

@@ -7,7 +7,10 @@ namespace quillon {
 
 void WidgetMenus::popUpContextMenu(const std::shared_ptr<Menu>& menu, EventType /*event*/,
                                    const View& /*view*/) {
-    const Point pointer = displays_.mouseLocation();
+    const auto event = eventPlace_ ? eventPlace_() : std::nullopt;
+    const auto geometry = displays_.geometry();
+    const Point pointer =
+        event && geometry ? geometry->toPoints(event->x, event->y) : displays_.mouseLocation();
     // Beside it, or the menu would take the end of the click for a choice.
     openAt(*menu, {pointer.x + 1, pointer.y - 1}, {pointer.x, pointer.y - 1, 1, 1});
 }
@@ -45,8 +48,11 @@ void WidgetMenus::openAt(const Menu& menu, Point corner, const Rect& around) {
     const double pointsPerUnit = target.ratio / geometry->pixelsPerPoint();
     opened->ensurePolished();
     const QSize size = opened->sizeHint();
-    const Rect place = placeMenu(corner, around, frame,
-                                 {size.width() * pointsPerUnit, size.height() * pointsPerUnit});
+    const Size points{size.width() * pointsPerUnit, size.height() * pointsPerUnit};
+    const auto panel = panel_ == nullptr ? std::nullopt : panel_->panelOnScreen();
+    const Rect place = panel && panel->contains(corner)
+                           ? placeMenuBeside(*panel, panel_->isVertical(), corner, frame, points)
+                           : placeMenu(corner, around, frame, points);
     opened->openAt(toToolkit(geometry->toPixels({place.minX(), place.maxY()}), target));
 }
 

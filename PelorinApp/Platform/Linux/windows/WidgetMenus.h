@@ -1,10 +1,14 @@
 #pragma once
 
+#include "Platform/Linux/tray/PanelPlace.h"
 #include "Platform/Linux/windows/MenuWidget.h"
 #include "Platform/Linux/x11/X11Displays.h"
 #include "Platform/Menu.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace quillon {
 
@@ -12,7 +16,12 @@ namespace quillon {
 /// keyboard, whoever has the focus; a second one closes the first. A QApplication must exist.
 class WidgetMenus final : public Menus {
   public:
-    explicit WidgetMenus(const X11Displays& displays) : displays_(displays) {}
+    /// `eventPlace` answers where the input that is being handled happened, in pixels of the root
+    /// window; where it does not know, and without it, that is where the pointer is.
+    /// `panel`, which may be null, is what menus keep off.
+    explicit WidgetMenus(const X11Displays& displays, const PanelPlace* panel = nullptr,
+                         std::function<std::optional<PixelPoint>()> eventPlace = {})
+        : displays_(displays), panel_(panel), eventPlace_(std::move(eventPlace)) {}
 
     void popUpContextMenu(const std::shared_ptr<Menu>& menu, EventType event,
                           const View& view) override;
@@ -33,6 +42,8 @@ class WidgetMenus final : public Menus {
     };
 
     const X11Displays& displays_;
+    const PanelPlace* panel_;
+    std::function<std::optional<PixelPoint>()> eventPlace_;
     std::unique_ptr<MenuWidget, DeleteLater> open_;
 };
 

@@ -181,5 +181,21 @@ TEST(ScreenOf, TheOneWithTheMiddleElseTheNearest) {
     EXPECT_EQ(screenOf({-9000, 20, 20, 20}, screens), screens[2]);
 }
 
+TEST(PlaceMenuBeside, OffThePanelTowardTheMiddleOfTheScreen) {
+    const Rect whole{0, 0, 1280, 800};
+    const Size menu{215, 90};
+    EXPECT_EQ(placeMenuBeside({0, 770, 1280, 30}, false, {900, 780}, whole, menu),
+              (Rect{900, 680, 215, 90}));
+    EXPECT_EQ(placeMenuBeside({0, 0, 1280, 30}, false, {900, 20}, whole, menu),
+              (Rect{900, 30, 215, 90}));
+    EXPECT_EQ(placeMenuBeside({0, 770, 1280, 30}, false, {1270, 780}, whole, menu),
+              (Rect{1065, 680, 215, 90}))
+        << "not over the edge";
+    EXPECT_EQ(placeMenuBeside({0, 0, 60, 800}, true, {30, 400}, whole, menu),
+              (Rect{60, 310, 215, 90}));
+    EXPECT_EQ(placeMenuBeside({1220, 0, 60, 800}, true, {1250, 40}, whole, menu),
+              (Rect{1005, 0, 215, 90}));
+}
+
 } // namespace
 } // namespace quillon
