@@ -29,4 +29,14 @@ std::shared_ptr<Button> buttonAt(const std::shared_ptr<View>& root, std::optiona
     return std::dynamic_pointer_cast<Button>(root);
 }
 
+std::string toolTipOf(const View& root) {
+    const auto& subviews = root.subviews();
+    for (auto each = subviews.rbegin(); each != subviews.rend(); ++each) {
+        if (auto text = toolTipOf(**each); !text.empty()) {
+            return text;
+        }
+    }
+    return root.toolTip();
+}
+
 } // namespace quillon

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace quillon {
 
@@ -11,5 +12,8 @@ namespace quillon {
 /// corner; without a place the front-most button there is. Null when there is none.
 [[nodiscard]] std::shared_ptr<Button> buttonAt(const std::shared_ptr<View>& root,
                                                std::optional<Point> place);
+
+/// The tool tip of the front-most view of the tree that has one, the root last.
+[[nodiscard]] std::string toolTipOf(const View& root);
 
 } // namespace quillon

@@ -106,6 +106,9 @@ QImage LinuxStatusItem::picture(QSize pixels, std::optional<double> scale,
     return image;
 }
 
+/// The desktop knows one item, whose tool tip is that of whatever lies in it.
+std::string LinuxStatusItem::toolTip() const { return toolTipOf(*shown()); }
+
 void LinuxStatusItem::clicked(const UserAction& action, std::optional<Point> place) {
     if (place) {
         const Point indent = indentWithin(size());

@@ -43,7 +43,7 @@ class LinuxStatusItem final : public StatusItem,
 
     [[nodiscard]] QImage picture(QSize pixels, std::optional<double> scale,
                                  const QColor& label) const override;
-    [[nodiscard]] std::string toolTip() const override { return shown()->toolTip(); }
+    [[nodiscard]] std::string toolTip() const override;
     void clicked(const UserAction& action, std::optional<Point> place) override;
 
     [[nodiscard]] std::shared_ptr<View> shown() const;

@@ -43,5 +43,15 @@ TEST_F(HitTest, AButtonThatIsTheRootFillsTheItem) {
     EXPECT_EQ(buttonAt(front, Point{900, 900}), front);
 }
 
+TEST_F(HitTest, TheToolTipOfWhatIsInFront) {
+    EXPECT_EQ(toolTipOf(*root), "");
+    root->setToolTip("root");
+    EXPECT_EQ(toolTipOf(*root), "root");
+    inner->setToolTip("inner");
+    EXPECT_EQ(toolTipOf(*root), "inner");
+    front->setToolTip("front");
+    EXPECT_EQ(toolTipOf(*root), "front");
+}
+
 } // namespace
 } // namespace quillon

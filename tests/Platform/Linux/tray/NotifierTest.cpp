@@ -1,9 +1,5 @@
 #include "Platform/Linux/tray/FakeTray.h"
-#include "Platform/Linux/tray/FakeWatcher.h"
-#include "Platform/Linux/tray/PrivateBus.h"
-#include "Platform/Linux/tray/TrayBench.h"
-
-#include <QDBusPendingReply>
+#include "Platform/Linux/tray/NotifierBench.h"
 
 #include <gtest/gtest.h>
 
@@ -12,54 +8,7 @@
 namespace quillon {
 namespace {
 
-TEST(SquareAround, AsWideAsThePanelIsThickAndWithinIt) {
-    const PixelRect below{0, 772, 1280, 28};
-    EXPECT_EQ(squareAround({600, 780}, below, 24), (PixelRect{586, 772, 28, 28}));
-    EXPECT_EQ(squareAround({1279, 799}, below, 24), (PixelRect{1252, 772, 28, 28}));
-    const PixelRect upright{0, 0, 40, 800};
-    EXPECT_EQ(squareAround({3, 400}, upright, 24), (PixelRect{0, 380, 40, 40}));
-    EXPECT_EQ(squareAround({100, 100}, std::nullopt, 24), (PixelRect{88, 88, 24, 24}));
-}
-
-struct NotifierTest : testing::Test, TrayBench {
-    PrivateBus bus;
-    std::unique_ptr<FakeWatcher> watcher;
-
-    NotifierTest() { context.busAddress = bus.address().toStdString(); }
-
-    void offer() {
-        watcher = std::make_unique<FakeWatcher>(bus.address());
-        makeItem();
-        ASSERT_TRUE(until([this] { return isOffered(); }));
-    }
-
-    [[nodiscard]] bool isOffered() const { return watcher && watcher->items().size() == 1; }
-
-    /// Until the answer is there.
-    void finish(const QDBusPendingCall& call) {
-        ASSERT_TRUE(until([&] { return call.isFinished(); }));
-        EXPECT_FALSE(call.isError()) << call.error().message().toStdString();
-    }
-
-    QVariantMap properties() {
-        const QDBusPendingReply<QVariantMap> reply = watcher->readProperties();
-        finish(reply);
-        return reply.isError() ? QVariantMap() : reply.value();
-    }
-
-    NotifierPixmaps pixmaps() {
-        return qdbus_cast<NotifierPixmaps>(properties().value(QStringLiteral("IconPixmap")));
-    }
-
-    /// Of the largest picture, the highest alpha and the brightest colour that is fully opaque.
-    static int highestAlpha(const NotifierPixmap& pixmap) {
-        int highest = 0;
-        for (qsizetype i = 0; i < pixmap.bytes.size(); i += 4) {
-            highest = std::max(highest, int{static_cast<unsigned char>(pixmap.bytes[i])});
-        }
-        return highest;
-    }
-};
+struct NotifierTest : testing::Test, NotifierBench {};
 
 TEST_F(NotifierTest, SaysWhatItIs) {
     offer();
@@ -121,72 +70,6 @@ TEST_F(NotifierTest, InACustomViewTheButtonIsClicked) {
     item->setCustomView(box);
     finish(watcher->call("Activate", {300, 10}));
     EXPECT_TRUE(until([this] { return actions.size() == 1; }));
-}
-
-TEST_F(NotifierTest, IsWhereItWasLastActivated) {
-    offer();
-    EXPECT_FALSE(item->button()->isInWindow());
-    finish(watcher->call("Activate", {300, 300}));
-    EXPECT_EQ(item->button()->onScreen(), (Rect{288, 488, 24, 24}));
-    EXPECT_EQ(item->button()->bounds(), (Rect{0, 0, 22, 22}));
-    EXPECT_EQ(bar.panelOnScreen(), std::nullopt);
-}
-
-/// A panel without a tray: a dock window.
-struct Dock {
-    std::unique_ptr<X11Connection> connection = X11Connection::open();
-
-    Dock(const PixelRect& place, std::uint32_t ground) {
-        const TrayAtoms atoms(*connection);
-        xcb_connection_t* const x = connection->get();
-        const xcb_window_t window = xcb_generate_id(x);
-        xcb_create_window(
-            x, XCB_COPY_FROM_PARENT, window, connection->root(), static_cast<std::int16_t>(place.x),
-            static_cast<std::int16_t>(place.y), static_cast<std::uint16_t>(place.width),
-            static_cast<std::uint16_t>(place.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-            XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &ground);
-        xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, atoms.windowType, XCB_ATOM_ATOM, 32,
-                            1, &atoms.dockType);
-        xcb_map_window(x, window);
-        xcb_change_property(x, XCB_PROP_MODE_REPLACE, connection->root(), atoms.clientList,
-                            XCB_ATOM_WINDOW, 32, 1, &window);
-        connection->sync();
-    }
-};
-
-TEST_F(NotifierTest, AsHighAsThePanelThere) {
-    const Dock dock({0, 770, 1280, 30}, 0);
-    offer();
-    finish(watcher->call("Activate", {300, 780}));
-    EXPECT_EQ(item->button()->onScreen(), (Rect{285, 0, 30, 30}));
-    EXPECT_EQ(bar.panelOnScreen(), (Rect{0, 0, 1280, 30}));
-    EXPECT_FALSE(bar.isVertical());
-}
-
-TEST_F(NotifierTest, AtThePointerWhereTheHostDoesNotSay) {
-    const Dock dock({0, 0, 40, 800}, 0);
-    offer();
-    Hand().move(20, 500);
-    finish(watcher->call("Activate", {0, 900}));
-    EXPECT_EQ(item->button()->onScreen(), (Rect{0, 280, 40, 40}));
-    EXPECT_TRUE(bar.isVertical());
-}
-
-TEST_F(NotifierTest, DarkOnALightPanel) {
-    offer();
-    const auto red = [this] {
-        const NotifierPixmap pixmap = pixmaps()[3];
-        for (qsizetype i = 0; i < pixmap.bytes.size(); i += 4) {
-            if (static_cast<unsigned char>(pixmap.bytes[i]) == 255) {
-                return int{static_cast<unsigned char>(pixmap.bytes[i + 1])};
-            }
-        }
-        return -1;
-    };
-    EXPECT_EQ(red(), 255);
-    const Dock dock({0, 770, 1280, 30}, 0xEEEEEE);
-    EXPECT_TRUE(until([this] { return watcher->newIcons > 0; })) << "a panel came";
-    EXPECT_EQ(red(), 0);
 }
 
 TEST_F(NotifierTest, AWatcherThatComesLateOrAgain) {

@@ -112,6 +112,25 @@ TEST_F(XEmbedUse, ToolTipAfterAWhile) {
     user.release(1);
 }
 
+TEST_F(XEmbedUse, ToolTipOfTheLevelThatIsShown) {
+    dock();
+    const auto level = showLevel({0, 0, 22, 22}, {0, 0, 22, 22});
+    level->setToolTip("Volume 42.5");
+    settle();
+    loop.advance(paintedSeconds);
+    const Hand user;
+    user.move(1205, 10);
+    ASSERT_TRUE(until([this] { return loop.timerCount() == 1; }));
+    loop.advance(0.75);
+    EXPECT_TRUE(QToolTip::isVisible());
+    EXPECT_EQ(QToolTip::text(), "Volume 42.5");
+    level->setToolTip("Volume 43");
+    loop.drain();
+    EXPECT_EQ(QToolTip::text(), "Volume 43");
+    user.move(10, 400);
+    EXPECT_TRUE(until([] { return !QToolTip::isVisible(); }));
+}
+
 TEST_F(XEmbedUse, NoToolTipForAPointerThatHasLeft) {
     dock();
     item->button()->setToolTip("Open");
