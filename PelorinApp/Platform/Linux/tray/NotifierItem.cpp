@@ -86,8 +86,7 @@ void NotifierItem::withdraw() {
     object_.reset(); // which takes it off the bus
     watcher_.bus().asyncCall(busCall(QStringLiteral("ReleaseName")) << name_);
     name_.clear();
-    square_.reset();
-    panel_.reset();
+    known_ = {};
 }
 
 void NotifierItem::samplePanel() {
@@ -96,7 +95,9 @@ void NotifierItem::samplePanel() {
     }
     const auto root = placeOf(screen_.connection(), screen_.connection().root());
     const auto panels = docks(screen_.connection(), screen_.atoms());
-    const auto panel = panel_ ? panel_ : panels.empty() ? std::nullopt : std::optional(panels[0]);
+    const auto panel = known_.panel     ? known_.panel
+                       : panels.empty() ? std::nullopt
+                                        : std::optional(panels[0]);
     const auto seen = panel && root ? intersection(*panel, *root) : std::nullopt;
     const QImage pixels = seen ? screenPixels(screen_.connection(), *seen) : QImage();
     const double before = panelLuminance_;
@@ -140,17 +141,18 @@ void NotifierItem::activated(int x, int y) { click(EventType::leftMouseUp, {x, y
 void NotifierItem::contextMenuRequested(int x, int y) { click(EventType::rightMouseUp, {x, y}); }
 
 void NotifierItem::click(EventType type, QPoint told) {
-    // Hosts tell the place in units of their own, some none at all; the pointer is the witness.
+    // Hosts tell the place in units of their own, some none at all, which they tell as a null
+    // point, in a panel as it may be. The pointer is the better witness.
     QPoint place = told;
-    if (screen_.isConnected()) {
+    if (const auto pointer = screen_.pointer()) {
         const auto panels = docks(screen_.connection(), screen_.atoms());
-        panel_ = dockAt(panels, told);
-        if (const auto pointer = panel_ ? std::nullopt : screen_.pointer()) {
-            panel_ = dockAt(panels, *pointer);
-            place = panel_ || told.isNull() ? *pointer : told;
+        auto panel = dockAt(panels, *pointer);
+        if (panel || told.isNull()) {
+            place = *pointer;
+        } else {
+            panel = dockAt(panels, told);
         }
-        square_ = squareAround(place, panel_,
-                               static_cast<int>(std::lround(usualSquare * screen_.scale())));
+        known_ = {squareIn(panel, place), panel};
         samplePanel();
     }
     // Later, since the host waits for this call while what it brings about may take its time.
@@ -161,16 +163,43 @@ void NotifierItem::click(EventType type, QPoint told) {
     });
 }
 
+NotifierItem::Spot NotifierItem::spot() const {
+    const auto pointer = known_.square ? std::nullopt : screen_.pointer();
+    if (!pointer) {
+        return known_;
+    }
+    const auto panels = docks(screen_.connection(), screen_.atoms());
+    const auto panel = name_.isEmpty() ? std::nullopt : dockAt(panels, *pointer);
+    return panel ? Spot{squareIn(panel, *pointer), panel} : Spot{std::nullopt, mainPanel(panels)};
+}
+
+std::optional<PixelRect> NotifierItem::mainPanel(const std::vector<PixelRect>& docks) const {
+    const Rect screen = screen_.mainScreen();
+    const auto found = std::find_if(docks.begin(), docks.end(), [&](const PixelRect& dock) {
+        const Rect place = screen_.toPoints(dock);
+        return place.minX() < screen.maxX() && place.maxX() > screen.minX() &&
+               place.minY() < screen.maxY() && place.maxY() > screen.minY();
+    });
+    return found == docks.end() ? std::nullopt : std::optional(*found);
+}
+
+PixelRect NotifierItem::squareIn(const std::optional<PixelRect>& panel, QPoint place) const {
+    return squareAround(place, panel, static_cast<int>(std::lround(usualSquare * screen_.scale())));
+}
+
 std::optional<Rect> NotifierItem::onScreen() const {
-    return square_ && screen_.isConnected() ? std::optional(screen_.toPoints(*square_))
-                                            : std::nullopt;
+    const auto square = screen_.isConnected() ? spot().square : std::nullopt;
+    return square ? std::optional(screen_.toPoints(*square)) : std::nullopt;
 }
 
 std::optional<Rect> NotifierItem::panelOnScreen() const {
-    return panel_ && screen_.isConnected() ? std::optional(screen_.toPoints(*panel_))
-                                           : std::nullopt;
+    const auto panel = screen_.isConnected() ? spot().panel : std::nullopt;
+    return panel ? std::optional(screen_.toPoints(*panel)) : std::nullopt;
 }
 
-bool NotifierItem::isVertical() const { return panel_ && panel_->height > panel_->width; }
+bool NotifierItem::isVertical() const {
+    const auto panel = spot().panel;
+    return panel && panel->height > panel->width;
+}
 
 } // namespace quillon

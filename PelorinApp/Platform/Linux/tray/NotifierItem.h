@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace quillon {
 
@@ -30,7 +31,8 @@ class NotifierItem final : public TrayPlace, private NotifierHandler {
 
     void contentChanged() override;
 
-    /// The panel-high square around the last activation.
+    /// The panel-high square around the last activation; before the first, around the pointer while
+    /// that is in a panel, since what it does there may well be done to the item.
     [[nodiscard]] std::optional<Rect> onScreen() const override;
     [[nodiscard]] std::optional<Size> size() const override { return std::nullopt; }
     [[nodiscard]] std::optional<Rect> panelOnScreen() const override;
@@ -44,6 +46,15 @@ class NotifierItem final : public TrayPlace, private NotifierHandler {
 
     void withdraw();
     void click(EventType type, QPoint told);
+
+    /// What is known of the item's place, or guessed before its first activation.
+    struct Spot {
+        std::optional<PixelRect> square;
+        std::optional<PixelRect> panel;
+    };
+    [[nodiscard]] Spot spot() const;
+    [[nodiscard]] std::optional<PixelRect> mainPanel(const std::vector<PixelRect>& docks) const;
+    [[nodiscard]] PixelRect squareIn(const std::optional<PixelRect>& panel, QPoint place) const;
     [[nodiscard]] QImage picture(int side) const;
 
     RunLoop& runLoop_;
@@ -56,8 +67,7 @@ class NotifierItem final : public TrayPlace, private NotifierHandler {
     QImage shown_;
     QString shownToolTip_;
     double panelLuminance_ = 0; // most panels are dark
-    std::optional<PixelRect> square_;
-    std::optional<PixelRect> panel_;
+    Spot known_;                // as of the last activation
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

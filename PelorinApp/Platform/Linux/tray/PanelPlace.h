@@ -11,7 +11,8 @@ class PanelPlace {
   public:
     virtual ~PanelPlace() = default;
 
-    /// In points; nothing while the item is in no panel, or nobody says which.
+    /// In points; where nobody says which panel it is, the one that it is likely to be in. Nothing
+    /// while there is none.
     [[nodiscard]] virtual std::optional<Rect> panelOnScreen() const = 0;
 
     /// Whether the panel runs along a side of the screen instead of its top or bottom.

@@ -47,6 +47,8 @@ class TrayScreen {
     [[nodiscard]] double scale() const { return geometry_->pixelsPerPoint(); }
     [[nodiscard]] Rect toPoints(const PixelRect& pixels) const;
 
+    [[nodiscard]] Rect mainScreen() const { return geometry_->frames().front(); }
+
     /// In pixels of the root window; nothing while there is no server.
     [[nodiscard]] std::optional<QPoint> pointer() const;
 

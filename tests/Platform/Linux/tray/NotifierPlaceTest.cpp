@@ -44,6 +44,57 @@ TEST_F(NotifierPlace, AtThePointerWhereTheHostDoesNotSay) {
     EXPECT_TRUE(bar.isVertical());
 }
 
+TEST_F(NotifierPlace, AtThePointerInAPanelBeforeAnybodyHasSaid) {
+    const Dock dock({0, 0, 1280, 30}, 0);
+    offer();
+    const Hand user;
+    user.move(640, 300);
+    EXPECT_FALSE(item->button()->isInWindow());
+    user.move(900, 3);
+    EXPECT_EQ(item->button()->onScreen(), (Rect{885, 770, 30, 30}));
+    finish(watcher->call("Activate", {900, 3}));
+    user.move(300, 3);
+    EXPECT_EQ(item->button()->onScreen(), (Rect{885, 770, 30, 30})) << "it is known now";
+}
+
+TEST_F(NotifierPlace, NowhereWhileItIsNotOffered) {
+    const Dock dock({0, 0, 1280, 30}, 0);
+    makeItem();
+    Hand().move(900, 3);
+    EXPECT_FALSE(item->button()->isInWindow());
+}
+
+TEST_F(NotifierPlace, ThePointerInAPanelBeforeWhatTheHostSays) {
+    const Dock dock({0, 0, 1280, 30}, 0);
+    offer();
+    const Hand user;
+    user.move(900, 3);
+    finish(watcher->call("Activate", {0, 0}));
+    EXPECT_EQ(item->button()->onScreen(), (Rect{885, 770, 30, 30}));
+    user.move(640, 400);
+    finish(watcher->call("Activate", {0, 0}));
+    EXPECT_EQ(item->button()->onScreen(), (Rect{628, 388, 24, 24})) << "a null point is no place";
+    ASSERT_TRUE(until([this] { return actions.size() == 2; }));
+    EXPECT_EQ(actions[0], (UserAction{EventType::leftMouseUp, 0, 900, 3}));
+    EXPECT_EQ(actions[1], (UserAction{EventType::leftMouseUp, 0, 640, 400}));
+}
+
+TEST_F(NotifierPlace, ThePanelOfTheMainScreenBeforeAnybodyHasSaid) {
+    makeItem();
+    EXPECT_EQ(bar.panelOnScreen(), std::nullopt);
+    {
+        const Dock elsewhere({0, 800, 1280, 30}, 0);
+        EXPECT_EQ(bar.panelOnScreen(), std::nullopt);
+    }
+    const Dock dock({0, 0, 40, 800}, 0);
+    EXPECT_EQ(bar.panelOnScreen(), (Rect{0, 0, 40, 800}));
+    EXPECT_TRUE(bar.isVertical());
+    item.reset();
+    offer();
+    finish(watcher->call("Activate", {300, 300}));
+    EXPECT_EQ(bar.panelOnScreen(), std::nullopt) << "it is elsewhere";
+}
+
 TEST_F(NotifierPlace, DarkOnALightPanel) {
     offer();
     const auto red = [this] {
