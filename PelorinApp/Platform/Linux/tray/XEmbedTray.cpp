@@ -94,7 +94,12 @@ void XEmbedTray::undock() {
 
 void XEmbedTray::dockLater() {
     undock();
-    docking_ = runLoop_.asyncAfter(dockAgainSeconds, [this] { dock(); });
+    docking_ = runLoop_.asyncAfter(dockAgainSeconds, [this] {
+        docking_.reset();
+        // The tray may have given up, or another one have come, in the same windows.
+        findTray();
+        trayChanged_();
+    });
 }
 
 void XEmbedTray::contentChanged() {

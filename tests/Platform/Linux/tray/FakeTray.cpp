@@ -106,6 +106,11 @@ void FakeTray::throwOut(bool destroyed) const {
     connection_->sync();
 }
 
+void FakeTray::giveUp() const {
+    xcb_set_selection_owner(connection_->get(), XCB_NONE, atoms_.selection, XCB_CURRENT_TIME);
+    throwOut(false);
+}
+
 void FakeTray::moveItem(const PixelRect& place) {
     const std::array<std::uint32_t, 4> values{
         static_cast<std::uint32_t>(place.x), static_cast<std::uint32_t>(place.y),

@@ -42,6 +42,9 @@ class FakeTray {
     /// Wants the item no more, but stays.
     void throwOut(bool destroyed) const;
 
+    /// Is no tray any more, but a panel still.
+    void giveUp() const;
+
     void moveItem(const PixelRect& place);
     void setGround(std::uint32_t ground) const;
     void setColors(const std::vector<std::uint32_t>& colors);

@@ -103,6 +103,18 @@ TEST_F(NotifierTest, ATrayIsPreferred) {
     EXPECT_EQ(number(), first + 1) << "none was offered while there was a tray";
 }
 
+TEST_F(NotifierTest, InPlaceOfATrayThatGivesUpButStays) {
+    FakeTray tray;
+    watcher = std::make_unique<FakeWatcher>(bus.address());
+    makeItem();
+    ASSERT_TRUE(until([&] { return tray.hasItem() && item->button()->isInWindow(); }));
+    tray.giveUp();
+    EXPECT_TRUE(until([this] {
+        loop.advance(0.01);
+        return isOffered();
+    }));
+}
+
 TEST_F(NotifierTest, HiddenAndGone) {
     offer();
     item->setVisible(false);
