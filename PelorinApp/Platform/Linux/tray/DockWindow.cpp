@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace quillon {
 
@@ -57,7 +58,7 @@ DockWindow::DockWindow(const X11Connection& connection, const TrayAtoms& atoms,
     setText(connection, window_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, "Quillon");
     using namespace std::string_view_literals;
     setText(connection, window_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, "quillon\0Quillon\0"sv);
-    setSizeHints(size);
+    setLeastSize(size);
 }
 
 DockWindow::~DockWindow() {
@@ -81,7 +82,6 @@ void DockWindow::requestDock() {
 }
 
 void DockWindow::requestSize(QSize size) {
-    setSizeHints(size);
     const std::array<std::uint32_t, 2> values{static_cast<std::uint32_t>(size.width()),
                                               static_cast<std::uint32_t>(size.height())};
     xcb_configure_window(connection_.get(), window_,
@@ -89,7 +89,10 @@ void DockWindow::requestSize(QSize size) {
     xcb_flush(connection_.get());
 }
 
-void DockWindow::setSizeHints(QSize size) {
+void DockWindow::setLeastSize(QSize size) {
+    if (std::exchange(leastSize_, size) == size) {
+        return; // trays lay themselves out anew when it is set
+    }
     const auto width = static_cast<std::uint32_t>(size.width());
     const auto height = static_cast<std::uint32_t>(size.height());
     const SizeHints hints{.flags = programMinSize | programBaseSize,
@@ -99,6 +102,7 @@ void DockWindow::setSizeHints(QSize size) {
                           .baseHeight = height};
     xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NORMAL_HINTS,
                         XCB_ATOM_WM_SIZE_HINTS, 32, sizeof hints / sizeof(std::uint32_t), &hints);
+    xcb_flush(connection_.get());
 }
 
 void DockWindow::setPicture(const QImage& picture) {

@@ -24,6 +24,9 @@ class DockWindow {
     /// Asks the tray to take it in.
     void requestDock();
 
+    /// Tells the tray that it can be this small, which it was made with.
+    void setLeastSize(QSize size);
+
     /// Asks the tray for this size. Trays may ignore it.
     void requestSize(QSize size);
 
@@ -31,13 +34,12 @@ class DockWindow {
     void setPicture(const QImage& picture);
 
   private:
-    void setSizeHints(QSize size);
-
     const X11Connection& connection_;
     const TrayAtoms& atoms_;
     TrayManager manager_;
     xcb_colormap_t colormap_;
     xcb_window_t window_;
+    QSize leastSize_;
 };
 
 } // namespace quillon

@@ -13,7 +13,7 @@ namespace quillon {
 LinuxStatusItem::LinuxStatusItem(const TrayContext& context, double length)
     : context_(context), length_(length),
       button_(std::make_shared<StatusButton>([this] { return size(); })),
-      places_(context, *this, length) {
+      places_(context, *this, squareStatusItemLength) {
     button_->setHost(this);
     context_.runLoop.async([this, alive = std::weak_ptr(alive_)] {
         if (!alive.expired()) {
@@ -32,7 +32,11 @@ LinuxStatusItem::~LinuxStatusItem() {
 
 void LinuxStatusItem::setLength(double length) {
     length_ = length;
-    places_.setLength(length);
+    places_.setLength(shownLength());
+}
+
+double LinuxStatusItem::shownLength() const {
+    return customView_ ? length_ : squareStatusItemLength;
 }
 
 std::shared_ptr<Button> LinuxStatusItem::button() { return customView_ ? nullptr : button_; }
@@ -41,13 +45,15 @@ void LinuxStatusItem::setCustomView(std::shared_ptr<View> view) {
     shown()->setHost(nullptr);
     customView_ = std::move(view);
     shown()->setHost(this);
+    places_.setLength(shownLength());
     viewChanged();
 }
 
 Size LinuxStatusItem::size() const { return places_.size().value_or(usualSize()); }
 
 Size LinuxStatusItem::usualSize() const {
-    return {length_ == squareStatusItemLength ? usualThickness : length_, usualThickness};
+    const double length = shownLength();
+    return {length == squareStatusItemLength ? usualThickness : length, usualThickness};
 }
 
 void LinuxStatusItem::viewChanged() {

@@ -24,6 +24,8 @@ class LinuxStatusItem final : public StatusItem,
     ~LinuxStatusItem() override;
 
     void setVisible(bool visible) override { places_.setVisible(visible); }
+    /// Of a custom view. The button is always as wide as the bar is thick: whoever gives it a
+    /// length has measured that in the panel of the moment, and the next one may be thinner.
     void setLength(double length) override;
     [[nodiscard]] std::shared_ptr<Button> button() override;
     [[nodiscard]] std::shared_ptr<View> customView() const override { return customView_; }
@@ -48,6 +50,7 @@ class LinuxStatusItem final : public StatusItem,
 
     [[nodiscard]] std::shared_ptr<View> shown() const;
     [[nodiscard]] Size usualSize() const;
+    [[nodiscard]] double shownLength() const;
     [[nodiscard]] Point indentWithin(Size item) const;
 
     const TrayContext& context_;

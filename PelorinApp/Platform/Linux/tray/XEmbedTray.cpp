@@ -46,10 +46,17 @@ void XEmbedTray::setLength(double length) {
     if (std::exchange(length_, length) == length || !window_) {
         return;
     }
+    window_->setLeastSize(wantedSize());
     const auto place = placeOf(screen_.connection(), window_->id());
-    const QSize wanted = wantedSize();
-    if (place && wanted.width() != place->width) {
-        window_->requestSize({wanted.width(), place->height});
+    if (!place) {
+        return;
+    }
+    const int thickness = isVertical() ? place->width : place->height;
+    const QSize size = length == squareStatusItemLength
+                           ? QSize(thickness, thickness)
+                           : QSize(wantedSize().width(), place->height);
+    if (size != QSize(place->width, place->height)) {
+        window_->requestSize(size);
     }
 }
 
@@ -62,6 +69,7 @@ void XEmbedTray::connectionChanged() {
 
 void XEmbedTray::geometryChanged() {
     if (window_) {
+        window_->setLeastSize(wantedSize());
         window_->requestSize(wantedSize());
         draw();
     }

@@ -1,3 +1,4 @@
+#include "Platform/Linux/tray/PanelWindows.h"
 #include "Platform/Linux/tray/XEmbedBench.h"
 #include "Platform/Linux/x11/X11Properties.h"
 
@@ -8,7 +9,20 @@
 namespace quillon {
 namespace {
 
-struct XEmbedTest : testing::Test, XEmbedBench {};
+struct XEmbedTest : testing::Test, XEmbedBench {
+    [[nodiscard]] int itemWidth() const {
+        const auto place = placeOf(tray->connection(), tray->item());
+        return place ? place->width : 0;
+    }
+
+    /// What the tray is told that the item can be shrunk to.
+    [[nodiscard]] QSize leastSize() const {
+        const auto hints = cardinals(tray->connection(), tray->item(), XCB_ATOM_WM_NORMAL_HINTS);
+        return hints && hints->size() > 6
+                   ? QSize(static_cast<int>((*hints)[5]), static_cast<int>((*hints)[6]))
+                   : QSize();
+    }
+};
 
 TEST_F(XEmbedTest, SaysWhatItIs) {
     dock();
@@ -149,10 +163,25 @@ TEST_F(XEmbedTest, DrawsOncePerTurnAndOnlyWhenSomethingChanged) {
 TEST_F(XEmbedTest, LengthIsAskedOfThePanel) {
     dock();
     item->setLength(60);
-    ASSERT_TRUE(until([this] { return item->button()->bounds() == Rect{0, 0, 60, 22}; }));
-    const auto hints = cardinals(tray->connection(), tray->item(), XCB_ATOM_WM_NORMAL_HINTS);
-    ASSERT_TRUE(hints);
-    EXPECT_EQ((*hints)[5], 60U);
+    showLevel({0, 0, 60, 22}, {0, 0, 60, 22});
+    ASSERT_TRUE(until([this] { return bar.thickness() == 22 && itemWidth() == 60; }));
+    EXPECT_EQ(leastSize(), QSize(60, 22));
+}
+
+TEST_F(XEmbedTest, TheButtonIsAsWideAsThePanelIsThick) {
+    dock({.item = {1200, 0, 28, 28}});
+    item->setLength(60);
+    settle();
+    EXPECT_EQ(itemWidth(), 28);
+    showLevel({0, 0, 60, 28}, {0, 0, 60, 28});
+    ASSERT_TRUE(until([this] { return itemWidth() == 60; }));
+    item->setCustomView(nullptr);
+    EXPECT_TRUE(until([this] { return itemWidth() == 28; }));
+    EXPECT_EQ(leastSize(), QSize(22, 22)) << "the next panel may be thinner";
+
+    tray = std::make_unique<FakeTray>(FakeTray::Settings{.item = {50, 2, 24, 24}});
+    ASSERT_TRUE(until([this] { return tray->hasItem() && item->button()->isInWindow(); }));
+    EXPECT_EQ(leastSize(), QSize(22, 22));
 }
 
 } // namespace
