@@ -1,5 +1,6 @@
 #include "Platform/Linux/tray/NotifierItem.h"
 
+#include "Platform/Linux/tray/PanelSample.h"
 #include "Platform/Linux/tray/PanelWindows.h"
 #include "Platform/Linux/tray/Pixels.h"
 
@@ -90,18 +91,19 @@ void NotifierItem::withdraw() {
 }
 
 void NotifierItem::samplePanel() {
-    if (name_.isEmpty() || !screen_.isConnected()) {
-        return;
+    if (!name_.isEmpty() && screen_.isConnected()) {
+        samplePanel(docks(screen_.connection(), screen_.atoms()));
     }
-    const auto root = placeOf(screen_.connection(), screen_.connection().root());
-    const auto panels = docks(screen_.connection(), screen_.atoms());
-    const auto panel = known_.panel     ? known_.panel
-                       : panels.empty() ? std::nullopt
-                                        : std::optional(panels[0]);
-    const auto seen = panel && root ? intersection(*panel, *root) : std::nullopt;
-    const QImage pixels = seen ? screenPixels(screen_.connection(), *seen) : QImage();
+}
+
+void NotifierItem::samplePanel(const std::vector<PixelRect>& docks) {
+    auto panel = known_.panel ? known_.panel : mainPanel(docks);
+    if (!panel && !docks.empty()) {
+        panel = docks.front();
+    }
     const double before = panelLuminance_;
-    panelLuminance_ = medianLuminance(pixels, QRect()).value_or(before);
+    panelLuminance_ =
+        (panel ? panelLuminance(screen_.connection(), *panel) : std::nullopt).value_or(before);
     if (labelColor(before) != labelColor(panelLuminance_)) {
         contentChanged();
     }
@@ -153,7 +155,7 @@ void NotifierItem::click(EventType type, QPoint told) {
             panel = dockAt(panels, told);
         }
         known_ = {squareIn(panel, place), panel};
-        samplePanel();
+        samplePanel(panels);
     }
     // Later, since the host waits for this call while what it brings about may take its time.
     runLoop_.async([this, alive = std::weak_ptr(alive_), type, place] {

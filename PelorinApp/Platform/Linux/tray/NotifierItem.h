@@ -45,6 +45,7 @@ class NotifierItem final : public TrayPlace, private NotifierHandler {
     void contextMenuRequested(int x, int y) override;
 
     void withdraw();
+    void samplePanel(const std::vector<PixelRect>& docks);
     void click(EventType type, QPoint told);
 
     /// What is known of the item's place, or guessed before its first activation.

@@ -9,6 +9,7 @@ namespace quillon {
 
 namespace {
 constexpr int sampleReach = 4; // lengths of the item, to both of its sides
+constexpr int mostPixels = 4000;
 } // namespace
 
 std::optional<PanelSample> samplePanel(const X11Connection& connection, const PixelRect& panel,
@@ -34,6 +35,23 @@ std::optional<PanelSample> samplePanel(const X11Connection& connection, const Pi
     }
     return PanelSample{*luminance,
                        groundOf(pixels, without, vertical, vertical ? item.height : item.width)};
+}
+
+std::optional<double> panelLuminance(const X11Connection& connection, const PixelRect& panel) {
+    const auto root = placeOf(connection, connection.root());
+    const auto shown = root ? intersection(panel, *root) : std::nullopt;
+    const QImage pixels = shown ? screenPixels(connection, plainStrip(*shown)) : QImage();
+    return medianLuminance(pixels, QRect());
+}
+
+PixelRect plainStrip(const PixelRect& panel) {
+    const bool vertical = panel.height > panel.width;
+    const int thickness = std::min(panel.width, panel.height);
+    const int length = std::min(std::max(panel.width, panel.height), mostPixels);
+    const int indent = thickness / 6;
+    const int lines = std::clamp(mostPixels / std::max(length, 1), 1, std::max(thickness / 6, 1));
+    return vertical ? PixelRect{panel.x + indent, panel.y, lines, length}
+                    : PixelRect{panel.x, panel.y + indent, length, lines};
 }
 
 } // namespace quillon

@@ -20,4 +20,13 @@ struct PanelSample {
 [[nodiscard]] std::optional<PanelSample> samplePanel(const X11Connection& connection,
                                                      const PixelRect& panel, const PixelRect& item);
 
+/// How bright a panel is, 0…1, whoever lies in it; nothing when it is not to be seen on the screen.
+/// The rectangle is in pixels of the root window. Waits for answers of the server.
+[[nodiscard]] std::optional<double> panelLuminance(const X11Connection& connection,
+                                                   const PixelRect& panel);
+
+/// A few lines of a panel along its whole length, away from its middle, where things are drawn, and
+/// from its edges, which have borders.
+[[nodiscard]] PixelRect plainStrip(const PixelRect& panel);
+
 } // namespace quillon

@@ -15,31 +15,69 @@ Tree treeOf(const X11Connection& connection, xcb_window_t window) {
         xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
 }
 
-void addDocks(const X11Connection& connection, const TrayAtoms& atoms,
-              const std::vector<xcb_window_t>& windows, std::vector<PixelRect>& found) {
+struct PlaceAsked {
+    xcb_get_geometry_cookie_t size;
+    xcb_translate_coordinates_cookie_t corner;
+};
+
+PlaceAsked askPlace(const X11Connection& connection, xcb_window_t window) {
+    xcb_connection_t* const x = connection.get();
+    return {xcb_get_geometry(x, window),
+            xcb_translate_coordinates(x, window, connection.root(), 0, 0)};
+}
+
+std::optional<PixelRect> placeFrom(const X11Connection& connection, const PlaceAsked& asked) {
+    xcb_connection_t* const x = connection.get();
+    const XcbOwned<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(x, asked.size, nullptr));
+    const XcbOwned<xcb_translate_coordinates_reply_t> corner(
+        xcb_translate_coordinates_reply(x, asked.corner, nullptr));
+    if (!size || !corner) {
+        return std::nullopt;
+    }
+    return PixelRect{corner->dst_x, corner->dst_y, size->width, size->height};
+}
+
+bool holds(const xcb_get_property_reply_t& types, xcb_atom_t type) {
+    if (types.format != 32) {
+        return false;
+    }
+    const auto* first = static_cast<const xcb_atom_t*>(xcb_get_property_value(&types));
+    const auto* end = first + xcb_get_property_value_length(&types) / int{sizeof(xcb_atom_t)};
+    return std::find(first, end, type) != end;
+}
+
+/// Asks all windows before it hears any: it waits twice, however many there are.
+std::vector<PixelRect> docksAmong(const X11Connection& connection, const TrayAtoms& atoms,
+                                  const std::vector<xcb_window_t>& windows) {
+    constexpr std::uint32_t mostTypes = 32;
+    xcb_connection_t* const x = connection.get();
+    std::vector<xcb_get_property_cookie_t> typesAsked;
+    typesAsked.reserve(windows.size());
     for (const xcb_window_t window : windows) {
-        const auto types = cardinals(connection, window, atoms.windowType);
-        if (types && std::find(types->begin(), types->end(), atoms.dockType) != types->end()) {
-            if (const auto place = placeOf(connection, window)) {
-                found.push_back(*place);
-            }
+        typesAsked.push_back(
+            xcb_get_property(x, 0, window, atoms.windowType, XCB_ATOM_ATOM, 0, mostTypes));
+    }
+    std::vector<PlaceAsked> placesAsked;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const XcbOwned<xcb_get_property_reply_t> types(
+            xcb_get_property_reply(x, typesAsked[i], nullptr));
+        if (types && holds(*types, atoms.dockType)) {
+            placesAsked.push_back(askPlace(connection, windows[i]));
         }
     }
+    std::vector<PixelRect> found;
+    for (const PlaceAsked& asked : placesAsked) {
+        if (const auto place = placeFrom(connection, asked)) {
+            found.push_back(*place);
+        }
+    }
+    return found;
 }
 
 } // namespace
 
 std::optional<PixelRect> placeOf(const X11Connection& connection, xcb_window_t window) {
-    xcb_connection_t* const x = connection.get();
-    const auto sizeAsked = xcb_get_geometry(x, window);
-    const auto cornerAsked = xcb_translate_coordinates(x, window, connection.root(), 0, 0);
-    const XcbOwned<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(x, sizeAsked, nullptr));
-    const XcbOwned<xcb_translate_coordinates_reply_t> corner(
-        xcb_translate_coordinates_reply(x, cornerAsked, nullptr));
-    if (!size || !corner) {
-        return std::nullopt;
-    }
-    return PixelRect{corner->dst_x, corner->dst_y, size->width, size->height};
+    return placeFrom(connection, askPlace(connection, window));
 }
 
 std::optional<xcb_window_t> topLevelOf(const X11Connection& connection, xcb_window_t window) {
@@ -56,14 +94,13 @@ std::optional<xcb_window_t> topLevelOf(const X11Connection& connection, xcb_wind
 }
 
 std::vector<PixelRect> docks(const X11Connection& connection, const TrayAtoms& atoms) {
-    std::vector<PixelRect> found;
     const auto clients = cardinals(connection, connection.root(), atoms.clientList);
-    addDocks(connection, atoms, clients.value_or(std::vector<xcb_window_t>{}), found);
+    auto found = docksAmong(connection, atoms, clients.value_or(std::vector<xcb_window_t>{}));
     if (found.empty()) {
         // Not every manager lists them, nor is there always one.
         if (const Tree tree = treeOf(connection, connection.root())) {
             const xcb_window_t* first = xcb_query_tree_children(tree.get());
-            addDocks(connection, atoms, {first, first + tree->children_len}, found);
+            found = docksAmong(connection, atoms, {first, first + tree->children_len});
         }
     }
     return found;
