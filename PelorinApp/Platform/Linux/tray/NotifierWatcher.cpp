@@ -41,7 +41,10 @@ void NotifierWatcher::nameOwnerChanged(const QString& /*name*/, const QString& /
     setOwner(now);
 }
 
-void NotifierWatcher::disconnected() { setOwner(QString()); }
+void NotifierWatcher::disconnected() {
+    setOwner(QString());
+    bus_.lost();
+}
 
 void NotifierWatcher::setOwner(const QString& owner) {
     if (std::exchange(owner_, owner) != owner) {

@@ -115,6 +115,25 @@ TEST_F(NotifierTest, InPlaceOfATrayThatGivesUpButStays) {
     }));
 }
 
+TEST_F(NotifierTest, ABusThatIsBack) {
+    offer();
+    for (int time = 0; time < 2; ++time) {
+        bus.end();
+        watcher.reset();
+        ASSERT_TRUE(until([this] { return loop.timerCount() > 0; })) << "there is no tray";
+        loop.advance(3.1);
+        EXPECT_EQ(diagnostics.take().size(), 1U);
+        EXPECT_EQ(loop.timerCount(), 0U) << "nobody is asked over and over";
+        bus.begin();
+        watcher = std::make_unique<FakeWatcher>(bus.address());
+        EXPECT_TRUE(until([this] {
+            loop.advance(0.01);
+            return isOffered();
+        }));
+        EXPECT_EQ(diagnostics.take(), std::vector<std::string>{"✅ The tray is there"});
+    }
+}
+
 TEST_F(NotifierTest, HiddenAndGone) {
     offer();
     item->setVisible(false);

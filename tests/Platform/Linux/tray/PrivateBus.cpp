@@ -5,18 +5,25 @@
 
 namespace quillon {
 
-PrivateBus::PrivateBus() {
-    daemon_.start(QStringLiteral("dbus-daemon"),
-                  {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                   QStringLiteral("--print-address")});
+PrivateBus::PrivateBus() { begin(); }
+
+PrivateBus::~PrivateBus() {
+    resume();
+    end();
+}
+
+void PrivateBus::begin() {
+    daemon_.start(
+        QStringLiteral("dbus-daemon"),
+        {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
+         QStringLiteral("--address=unix:path=") + folder_.filePath(QStringLiteral("bus"))});
     if (!daemon_.waitForStarted() || !daemon_.waitForReadyRead()) {
         throw std::runtime_error("dbus-daemon did not start");
     }
     address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
 }
 
-PrivateBus::~PrivateBus() {
-    resume();
+void PrivateBus::end() {
     daemon_.kill();
     daemon_.waitForFinished();
 }

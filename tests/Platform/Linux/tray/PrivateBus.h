@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QString>
+#include <QTemporaryDir>
 
 namespace quillon {
 
@@ -19,7 +20,13 @@ class PrivateBus {
     void stop() const;
     void resume() const;
 
+    /// It ends, and with it all connections; a new one begins at the same place.
+    void end();
+    void begin();
+
   private:
+    QTemporaryDir folder_; // of its own: programs watch it
+
     QProcess daemon_;
     QString address_;
 };
