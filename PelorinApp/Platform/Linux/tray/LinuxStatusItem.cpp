@@ -74,16 +74,7 @@ void LinuxStatusItem::viewChanged() {
     });
 }
 
-std::optional<Rect> LinuxStatusItem::rootOnScreen() const {
-    const auto item = places_.onScreen();
-    if (!item || !customView_) {
-        return item;
-    }
-    const Rect bounds = customView_->bounds();
-    const Point indent = indentWithin({item->width, item->height});
-    return Rect{item->minX() + indent.x, item->maxY() - indent.y - bounds.height, bounds.width,
-                bounds.height};
-}
+std::optional<Rect> LinuxStatusItem::rootOnScreen() const { return places_.onScreen(); }
 
 /// A custom view has a size of its own and lies in the middle.
 Point LinuxStatusItem::indentWithin(Size item) const {

@@ -22,7 +22,7 @@ int screenNumber(const X11Connection& connection) {
 } // namespace
 
 TrayAtoms::TrayAtoms(const X11Connection& connection) {
-    const std::array<std::pair<xcb_atom_t*, std::string>, 12> names{{
+    const std::array<std::pair<xcb_atom_t*, std::string>, 13> names{{
         {&selection, "_NET_SYSTEM_TRAY_S" + std::to_string(screenNumber(connection))},
         {&manager, "MANAGER"},
         {&opcode, "_NET_SYSTEM_TRAY_OPCODE"},
@@ -35,6 +35,7 @@ TrayAtoms::TrayAtoms(const X11Connection& connection) {
         {&windowType, "_NET_WM_WINDOW_TYPE"},
         {&dockType, "_NET_WM_WINDOW_TYPE_DOCK"},
         {&clientList, "_NET_CLIENT_LIST"},
+        {&wallpaper, "_XROOTPMAP_ID"},
     }};
     std::array<xcb_intern_atom_cookie_t, names.size()> asked{};
     for (std::size_t i = 0; i < names.size(); ++i) {

@@ -21,6 +21,7 @@ struct TrayAtoms {
     xcb_atom_t windowType;
     xcb_atom_t dockType;
     xcb_atom_t clientList;
+    xcb_atom_t wallpaper;
 };
 
 } // namespace quillon

@@ -21,15 +21,15 @@ class TrayContent {
   public:
     virtual ~TrayContent() = default;
 
-    /// What is shown, over nothing. `scale` is pixels per point; without one the content is scaled
-    /// to fill the picture.
+    /// What is shown, over nothing. `scale` is pixels per point of the content; without one the
+    /// content is scaled to fill the picture.
     [[nodiscard]] virtual QImage picture(QSize pixels, std::optional<double> scale,
                                          const QColor& label) const = 0;
 
     [[nodiscard]] virtual std::string toolTip() const = 0;
 
-    /// `place` is in points from the item's top left corner; nothing where the desktop keeps it to
-    /// itself. May let go of the item.
+    /// `place` is in points of the content from the item's top left corner; nothing where the
+    /// desktop keeps it to itself. May let go of the item.
     virtual void clicked(const UserAction& action, std::optional<Point> place) = 0;
 };
 
@@ -42,7 +42,8 @@ class TrayPlace : public PanelPlace {
     /// The item's rectangle in points; nothing while it is not on the screen.
     [[nodiscard]] virtual std::optional<Rect> onScreen() const = 0;
 
-    /// In points; nothing while the item has no size of its own.
+    /// In points of the content, which is as thick as a status bar in however thick an item;
+    /// nothing while the item has no size of its own.
     [[nodiscard]] virtual std::optional<Size> size() const = 0;
 };
 

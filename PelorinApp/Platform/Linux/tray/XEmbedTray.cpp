@@ -16,6 +16,12 @@ namespace {
 
 constexpr double paintedSeconds = 0.3; // by then a panel has painted itself
 constexpr double dockAgainSeconds = 1.0;
+constexpr double freshSeconds = 1.0; // a look at the panel that is no older need not be taken again
+
+/// The panel says how large items are: whatever it makes of ours is as thick as a status bar.
+double pixelsPerPointIn(const PixelRect& item) {
+    return std::min(item.width, item.height) / usualThickness;
+}
 
 void cancel(TimerRef& timer) {
     if (const TimerRef going = std::exchange(timer, nullptr)) {
@@ -46,15 +52,15 @@ void XEmbedTray::setLength(double length) {
     if (std::exchange(length_, length) == length || !window_) {
         return;
     }
-    window_->setLeastSize(wantedSize());
     const auto place = placeOf(screen_.connection(), window_->id());
     if (!place) {
         return;
     }
+    const QSize wanted = wantedSize(pixelsPerPointIn(*place));
+    window_->setLeastSize(length == squareStatusItemLength ? wantedSize(screen_.scale()) : wanted);
     const int thickness = isVertical() ? place->width : place->height;
-    const QSize size = length == squareStatusItemLength
-                           ? QSize(thickness, thickness)
-                           : QSize(wantedSize().width(), place->height);
+    const QSize size = length == squareStatusItemLength ? QSize(thickness, thickness)
+                                                        : QSize(wanted.width(), place->height);
     if (size != QSize(place->width, place->height)) {
         window_->requestSize(size);
     }
@@ -69,8 +75,8 @@ void XEmbedTray::connectionChanged() {
 
 void XEmbedTray::geometryChanged() {
     if (window_) {
-        window_->setLeastSize(wantedSize());
-        window_->requestSize(wantedSize());
+        window_->setLeastSize(wantedSize(screen_.scale()));
+        window_->requestSize(wantedSize(screen_.scale()));
         draw();
     }
 }
@@ -87,7 +93,7 @@ void XEmbedTray::dock() {
         return;
     }
     window_ = std::make_unique<DockWindow>(screen_.connection(), screen_.atoms(), *manager_,
-                                           wantedSize());
+                                           wantedSize(screen_.scale()));
     draw();
     window_->requestDock();
 }
@@ -97,6 +103,7 @@ void XEmbedTray::undock() {
     cancel(docking_);
     toolTip_.dismiss();
     panel_.ground = {};
+    seenAt_.reset();
     window_.reset();
 }
 
@@ -112,7 +119,11 @@ void XEmbedTray::dockLater() {
 
 void XEmbedTray::contentChanged() {
     toolTip_.textChanged();
-    draw();
+    if (seenAt_ && runLoop_.uptime() - *seenAt_ > freshSeconds) {
+        lookAtPanel(); // its theme may be another one by now
+    } else {
+        draw();
+    }
 }
 
 void XEmbedTray::draw() {
@@ -121,7 +132,7 @@ void XEmbedTray::draw() {
         return;
     }
     const QSize size(place->width, place->height);
-    QImage picture = content_.picture(size, screen_.scale(), label());
+    QImage picture = content_.picture(size, pixelsPerPointIn(*place), label());
     if (!manager_->hasAlpha()) {
         QImage opaque(size, QImage::Format_RGB32);
         opaque.fill(Qt::black);
@@ -149,15 +160,15 @@ void XEmbedTray::lookAtPanel() {
     if (const auto sample =
             panel ? samplePanel(screen_.connection(), *panel, *item) : std::nullopt) {
         panel_ = *sample;
+        seenAt_ = runLoop_.uptime();
     }
     draw();
 }
 
-QSize XEmbedTray::wantedSize() const {
-    const double scale = screen_.scale();
+QSize XEmbedTray::wantedSize(double pixelsPerPoint) const {
     const double length = length_ == squareStatusItemLength ? usualThickness : length_;
-    return {std::max(1, static_cast<int>(std::lround(length * scale))),
-            static_cast<int>(std::lround(usualThickness * scale))};
+    return {std::max(1, static_cast<int>(std::lround(length * pixelsPerPoint))),
+            static_cast<int>(std::lround(usualThickness * pixelsPerPoint))};
 }
 
 std::optional<PixelRect> XEmbedTray::dockedPlace() const {
@@ -183,8 +194,12 @@ std::optional<Rect> XEmbedTray::onScreen() const {
 }
 
 std::optional<Size> XEmbedTray::size() const {
-    const auto place = onScreen();
-    return place ? std::optional(Size{place->width, place->height}) : std::nullopt;
+    const auto place = dockedPlace();
+    if (!place) {
+        return std::nullopt;
+    }
+    const double unit = pixelsPerPointIn(*place);
+    return Size{place->width / unit, place->height / unit};
 }
 
 std::optional<Rect> XEmbedTray::panelOnScreen() const {
@@ -199,8 +214,9 @@ bool XEmbedTray::isVertical() const {
 }
 
 QColor XEmbedTray::label() const {
-    return labelColor(manager_ && manager_->labelLuminance ? 1 - *manager_->labelLuminance
-                                                           : panel_.luminance);
+    // What is seen counts for more than what is said: panels keep their word of a former theme.
+    const bool isToldOnly = !seenAt_ && manager_ && manager_->labelLuminance;
+    return labelColor(isToldOnly ? 1 - *manager_->labelLuminance : panel_.luminance);
 }
 
 } // namespace quillon

@@ -51,7 +51,7 @@ class XEmbedTray final : public TrayPlace {
     void lookAtPanel();
     void click(const xcb_button_release_event_t& event);
     void handleWindowEvent(const xcb_generic_event_t& event);
-    [[nodiscard]] QSize wantedSize() const;
+    [[nodiscard]] QSize wantedSize(double pixelsPerPoint) const;
     [[nodiscard]] std::optional<PixelRect> dockedPlace() const;
     [[nodiscard]] std::optional<PixelRect> panelPlace() const;
     [[nodiscard]] QColor label() const;
@@ -64,7 +64,8 @@ class XEmbedTray final : public TrayPlace {
     bool isVisible_ = true;
     std::optional<TrayManager> manager_;
     std::unique_ptr<DockWindow> window_;
-    PanelSample panel_; // until it has been seen: black, as most panels are dark
+    PanelSample panel_;            // until it has been seen: black, as most panels are dark
+    std::optional<double> seenAt_; // uptime
     HoverToolTip toolTip_;
     TimerRef sampling_;
     TimerRef docking_;

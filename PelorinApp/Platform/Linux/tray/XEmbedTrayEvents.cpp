@@ -1,6 +1,8 @@
 #include "Platform/Linux/tray/PanelWindows.h"
 #include "Platform/Linux/tray/XEmbedTray.h"
 
+#include <algorithm>
+
 namespace quillon {
 
 namespace {
@@ -42,7 +44,9 @@ void XEmbedTray::handleEvent(const xcb_generic_event_t& event) {
         const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
         if (manager_ && property.window == manager_->owner) {
             refreshTrayManager(*manager_, screen_.connection(), screen_.atoms());
-            draw();
+            lookAtPanelNowAndSoon();
+        } else if (window_ && property.atom == screen_.atoms().wallpaper) {
+            lookAtPanelNowAndSoon(); // a panel may let it shine through
         }
         return;
     }
@@ -118,9 +122,9 @@ void XEmbedTray::click(const xcb_button_release_event_t& event) {
     if (!type || !isWithin) {
         return;
     }
-    const double scale = screen_.scale();
+    const double unit = std::min(place->width, place->height) / usualThickness;
     content_.clicked({*type, event.time, event.root_x, event.root_y},
-                     Point{event.event_x / scale, event.event_y / scale});
+                     Point{event.event_x / unit, event.event_y / unit});
 }
 
 } // namespace quillon

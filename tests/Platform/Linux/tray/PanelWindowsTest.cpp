@@ -14,7 +14,8 @@ namespace {
 thread_local int waits = 0;
 } // namespace
 
-/// In front of the C library's: who waits for the server comes by here.
+// In front of the C library's: who waits for the server comes by here.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): theirs are reserved
 extern "C" int poll(pollfd* descriptors, nfds_t count, int timeout) {
     ++waits;
     const timespec patience{timeout / 1000, timeout % 1000 * 1000000L};

@@ -43,8 +43,8 @@ TEST_F(XEmbedTest, GeometryInPointsFromTheBottomLeft) {
 
     tray->moveItem({100, 0, 40, 28});
     EXPECT_EQ(item->button()->onScreen(), (Rect{100, 772, 40, 28}));
-    EXPECT_EQ(item->button()->bounds(), (Rect{0, 0, 40, 28}));
-    EXPECT_EQ(bar.thickness(), 28);
+    EXPECT_DOUBLE_EQ(item->button()->bounds().width, 40 * 22.0 / 28) << "of the content's points";
+    EXPECT_EQ(bar.thickness(), 22);
 }
 
 TEST_F(XEmbedTest, GeometryAtTheDesktopsScale) {
@@ -67,7 +67,7 @@ TEST_F(XEmbedTest, IsThereBeforeTheEventLoopRuns) {
     showLogo();
     tray->connection().sync();
     EXPECT_TRUE(item->button()->isInWindow());
-    EXPECT_EQ(item->button()->bounds(), (Rect{0, 0, 28, 28}));
+    EXPECT_EQ(item->button()->bounds(), (Rect{0, 0, 22, 22}));
     EXPECT_GT(brightest(), 0xF0);
 }
 
@@ -121,12 +121,38 @@ TEST_F(XEmbedTest, LooksAgainWhenThePanelHasPaintedItself) {
     EXPECT_EQ(loop.timerCount(), 0U) << "and then no more";
 }
 
-TEST_F(XEmbedTest, ColoursThatTheTraySets) {
-    dock({.ground = 0x606060, .colors = {0, 0, 0}});
-    EXPECT_TRUE(until([this] { return brightest() == 0x60 && darkest() == 0; }))
-        << "black labels are asked for, on a panel that is rather dark";
-    tray->setColors({0xFFFF, 0xFFFF, 0xFFFF});
+TEST_F(XEmbedTest, WhatIsSeenCountsForMoreThanWhatTheTraySays) {
+    dock({.ground = 0x606060, .colors = {0, 0, 0}}); // black labels, on a panel that is rather dark
     EXPECT_TRUE(until([this] { return brightest() == 0xFF && darkest() == 0x60; }));
+    tray->setGround(0xE8E8E8);
+    tray->setColors({0xFFFF, 0xFFFF, 0xFFFF});
+    EXPECT_TRUE(until([this] { return brightest() == 0xE8 && darkest() == 0; }));
+}
+
+TEST_F(XEmbedTest, FillsTheItemHoweverLargeThePanelMakesIt) {
+    dock({.item = {1200, 0, 48, 48}});
+    settle();
+    const QImage pixels = tray->itemPixels();
+    int left = pixels.width();
+    int right = 0;
+    for (int i = 0; i < pixels.width() * pixels.height(); ++i) {
+        const int x = i % pixels.width();
+        if (qGray(pixels.pixel(x, i / pixels.width())) > 0x80) {
+            left = std::min(left, x);
+            right = std::max(right, x);
+        }
+    }
+    EXPECT_GT(right - left, 34);
+}
+
+TEST_F(XEmbedTest, LooksAtThePanelAgainWhenItShowsSomethingElseLater) {
+    dock({.ground = 0x101010});
+    settle();
+    loop.advance(10);
+    tray->setGround(0xE8E8E8);
+    const auto level = showLevel({0, 0, 22, 22}, {0, 0, 22, 22});
+    settle();
+    EXPECT_EQ(darkest(), 0);
 }
 
 TEST_F(XEmbedTest, FadesWithTheAlphaOfTheView) {
@@ -173,8 +199,8 @@ TEST_F(XEmbedTest, TheButtonIsAsWideAsThePanelIsThick) {
     item->setLength(60);
     settle();
     EXPECT_EQ(itemWidth(), 28);
-    showLevel({0, 0, 60, 28}, {0, 0, 60, 28});
-    ASSERT_TRUE(until([this] { return itemWidth() == 60; }));
+    showLevel({0, 0, 60, 22}, {0, 0, 60, 22});
+    ASSERT_TRUE(until([this] { return itemWidth() == 76; })) << "60 points of an item of 28 pixels";
     item->setCustomView(nullptr);
     EXPECT_TRUE(until([this] { return itemWidth() == 28; }));
     EXPECT_EQ(leastSize(), QSize(22, 22)) << "the next panel may be thinner";
