@@ -211,6 +211,15 @@ class OtherPlaces(ShellTest):
         self.assertGreater(hub.y + hub.height, HEIGHT - 30 - 20)
         self.assertLessEqual(abs(hub.x + hub.width // 2 - item.middle[0]), WIDTH)
 
+    def test_points_that_are_two_pixels_on_a_low_screen(self):
+        resources = self.desktop.folder / "resources"
+        resources.write_text("Xft.dpi: 192\n")
+        self.desktop.run("xrdb", "-merge", resources)
+        self.addCleanup(self.desktop.run, "xrdb", "-remove")
+        _item, hub = self.open_beside("tint2")
+        self.assertEqual(hub.width, 720)
+        self.assertGreaterEqual(hub.y, 30)
+
     def test_a_panel_at_the_left(self):
         _item, hub = self.open_beside("tint2-left")
         self.assertGreaterEqual(hub.x, 90)

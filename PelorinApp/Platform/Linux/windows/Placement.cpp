@@ -153,6 +153,13 @@ Rect placeMenu(Point corner, const Rect& around, const Rect& screen, Size size) 
     return onto(screen, menu);
 }
 
+Size roomBeside(const std::optional<Rect>& panel, bool isVertical, const Rect& screen, double gap) {
+    const bool isHere = panel && overlap(*panel, screen);
+    const double taken = isHere ? (isVertical ? panel->width : panel->height) : 0;
+    return {screen.width - 2 * gap - (isVertical ? taken : 0),
+            screen.height - 2 * gap - (isVertical ? 0 : taken)};
+}
+
 Rect placeMenuBeside(const Rect& panel, bool isVertical, Point corner, const Rect& screen,
                      Size size) {
     const Point middle = centre(panel);

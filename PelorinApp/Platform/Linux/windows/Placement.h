@@ -32,6 +32,10 @@ struct PopoverSite {
 /// `around`: above it where there is no room below, beside it where there is neither.
 [[nodiscard]] Rect placeMenu(Point corner, const Rect& around, const Rect& screen, Size size);
 
+/// What a popover can have at most beside a panel on this screen.
+[[nodiscard]] Size roomBeside(const std::optional<Rect>& panel, bool isVertical, const Rect& screen,
+                              double gap);
+
 /// A menu whose corner would be at this point of a panel: beside the panel, on the side of the
 /// screen's middle.
 [[nodiscard]] Rect placeMenuBeside(const Rect& panel, bool isVertical, Point corner,

@@ -31,6 +31,11 @@ void PopoverWindow::warmUp() {
     (void)grabWindow();
 }
 
+void PopoverWindow::fitInto(QSize room) {
+    room_ = room;
+    takeSize();
+}
+
 void PopoverWindow::shapeFor(bool composited) {
     composited_ = composited;
     if (QQuickItem* root = rootObject()) {
@@ -89,10 +94,11 @@ void PopoverWindow::takeSize() {
     const QQuickItem* root = rootObject();
     const QSize wanted =
         root == nullptr ? QSize() : QSizeF(root->implicitWidth(), root->implicitHeight()).toSize();
-    if (wanted.isEmpty() || wanted == size()) {
+    const QSize possible = wanted.boundedTo(room_);
+    if (possible.isEmpty() || possible == size()) {
         return;
     }
-    resize(wanted);
+    resize(possible);
     if (handle() != nullptr) {
         cutCorners();
     }

@@ -3,7 +3,7 @@
 #include <QQuickView>
 #include <QUrl>
 
-#include <functional>
+#include <limits>
 
 namespace quillon {
 
@@ -28,6 +28,9 @@ class PopoverWindow final : public QQuickView {
     /// fonts, shapes and memory.
     void warmUp();
 
+    /// Gives the screen its size, or this where it asks for more. In the toolkit's units.
+    void fitInto(QSize room);
+
     /// To be called before each show.
     void shapeFor(bool composited);
 
@@ -51,6 +54,7 @@ class PopoverWindow final : public QQuickView {
     void takeSize();
     void cutCorners();
 
+    QSize room_{std::numeric_limits<int>::max(), std::numeric_limits<int>::max()};
     bool composited_ = true;
 };
 

@@ -101,7 +101,7 @@ bool QuickPopover::prepareStep() {
                              }
                          });
         QObject::connect(window_.get(), &PopoverWindow::sizeChanged, window_.get(), [this] {
-            if (shown_) {
+            if (shown_ && !isFitting_) {
                 place();
             }
         });
@@ -163,11 +163,14 @@ void QuickPopover::place() {
     const ToolkitScreen& target =
         toolkitScreenAt(geometry->toPixels({frame.minX(), frame.maxY()}), screens);
     const double pointsPerUnit = target.ratio / geometry->pixelsPerPoint();
-    const Size size{window_->width() * pointsPerUnit, window_->height() * pointsPerUnit};
-
     const PanelPlace* panel = surroundings_.panel;
     const auto panelRect = panel == nullptr ? std::nullopt : panel->panelOnScreen();
     const bool isVertical = panel != nullptr && panel->isVertical();
+    const Size room = roomBeside(panelRect, isVertical, frame, gap);
+    isFitting_ = true;
+    window_->fitInto(QSizeF(room.width / pointsPerUnit, room.height / pointsPerUnit).toSize());
+    isFitting_ = false;
+    const Size size{window_->width() * pointsPerUnit, window_->height() * pointsPerUnit};
     const Rect place =
         anchor_ ? placePopover({*anchor_, frame, panelRect, isVertical}, preferredEdge_, size, gap)
                 : placePopoverWithoutAnchor(freeArea(*geometry), panelRect, isVertical, size, gap);

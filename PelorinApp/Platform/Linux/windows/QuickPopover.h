@@ -73,6 +73,7 @@ class QuickPopover final : public Popover {
     std::optional<Rect> anchor_; // nothing: in no window
     RectEdge preferredEdge_ = RectEdge::minY;
     bool warm_ = false;
+    bool isFitting_ = false;
     bool shown_ = false;
 };
 

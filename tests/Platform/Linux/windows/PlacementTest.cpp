@@ -181,6 +181,15 @@ TEST(ScreenOf, TheOneWithTheMiddleElseTheNearest) {
     EXPECT_EQ(screenOf({-9000, 20, 20, 20}, screens), screens[2]);
 }
 
+TEST(RoomBeside, TheScreenLessThePanelOnIt) {
+    const Rect whole{0, 0, 1280, 800};
+    EXPECT_EQ(roomBeside(Rect{0, 770, 1280, 30}, false, whole, 6), (Size{1268, 758}));
+    EXPECT_EQ(roomBeside(Rect{0, 0, 60, 800}, true, whole, 6), (Size{1208, 788}));
+    EXPECT_EQ(roomBeside(std::nullopt, false, whole, 6), (Size{1268, 788}));
+    EXPECT_EQ(roomBeside(Rect{1280, 770, 1280, 30}, false, whole, 6), (Size{1268, 788}))
+        << "that of another screen";
+}
+
 TEST(PlaceMenuBeside, OffThePanelTowardTheMiddleOfTheScreen) {
     const Rect whole{0, 0, 1280, 800};
     const Size menu{215, 90};
