@@ -25,6 +25,16 @@ class AppDelegateTest : public testing::Test {
         ASSERT_TRUE(bench.desktop.popovers.shown);
         bench.take();
     }
+    static void expectSetUp(SimulatedStatusButton& button) {
+        EXPECT_EQ(button.action().name, "statusBarButtonPressed:");
+        EXPECT_EQ(button.toolTip(), "Open Quillon — Right-click for menu");
+        EXPECT_EQ(button.sendsActionOn(),
+                  eventMask(EventType::leftMouseUp) | eventMask(EventType::rightMouseUp));
+        EXPECT_TRUE(button.isEnabled());
+        EXPECT_FALSE(button.refusesFirstResponder());
+        EXPECT_EQ(button.look().alignment, TextAlignment::center);
+        EXPECT_EQ(button.buttonCell.alignment, TextAlignment::center);
+    }
     [[nodiscard]] bool isOpen() const { return bench.desktop.popovers.shown; }
 
     ShellBench bench;
@@ -73,15 +83,7 @@ TEST_F(AppDelegateTest, WithoutButtonNothingElseIsSetUp) {
 
 TEST_F(AppDelegateTest, ButtonIsSetUp) {
     launch();
-    SimulatedStatusButton& button = bench.button();
-    EXPECT_EQ(button.action().name, "statusBarButtonPressed:");
-    EXPECT_EQ(button.toolTip(), "Open Quillon — Right-click for menu");
-    EXPECT_EQ(button.sendsActionOn(),
-              eventMask(EventType::leftMouseUp) | eventMask(EventType::rightMouseUp));
-    EXPECT_TRUE(button.isEnabled());
-    EXPECT_FALSE(button.refusesFirstResponder());
-    EXPECT_EQ(button.look().alignment, TextAlignment::center);
-    EXPECT_EQ(button.buttonCell.alignment, TextAlignment::center);
+    expectSetUp(bench.button());
 }
 
 TEST_F(AppDelegateTest, ButtonWithoutCell) {
@@ -320,14 +322,7 @@ TEST_F(AppDelegateTest, RepairsTheButtonWhenItBecomesActive) {
 
     bench.delegate->applicationDidBecomeActive();
     EXPECT_EQ(button.alphaValue(), 1);
-    EXPECT_EQ(button.action().name, "statusBarButtonPressed:");
-    EXPECT_EQ(button.toolTip(), "Open Quillon — Right-click for menu");
-    EXPECT_EQ(button.sendsActionOn(),
-              eventMask(EventType::leftMouseUp) | eventMask(EventType::rightMouseUp));
-    EXPECT_TRUE(button.isEnabled());
-    EXPECT_FALSE(button.refusesFirstResponder());
-    EXPECT_EQ(button.look().alignment, TextAlignment::center);
-    EXPECT_EQ(button.buttonCell.alignment, TextAlignment::center);
+    expectSetUp(button);
     EXPECT_EQ(button.look().title, "kept") << "what it shows is not touched";
 
     button.setAlphaValue(0.05);

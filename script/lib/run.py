@@ -83,6 +83,7 @@ Quillon runs on a private desktop, X display {desktop.display}. Only this machin
   watch and use it   in a browser:    {address}
                      a VNC viewer:    127.0.0.1::{desktop.vnc_port}
   try                scroll with the pointer at the left or right edge: four notches up or down
+                     click its item at the right end of the panel: left for the hub, right for a menu
   stop               Ctrl-C here, or: kill {os.getpid()}
   logs               build/run/
 """, flush=True)

@@ -8,7 +8,7 @@ import unittest
 
 from quillon_desktop import HEIGHT, WIDTH
 from shell_desktop import SCREEN, NotifierShell, ShellTest
-from witnesses import X11_PROBE, wait_until
+from witnesses import SHELL_WITH_SCREEN, X11_PROBE, wait_until
 
 OPENING = 0.35  # seconds after opening within which clicks elsewhere do not count
 FAR = (WIDTH // 3, HEIGHT * 3 // 4)
@@ -224,6 +224,39 @@ class OtherPlaces(ShellTest):
         _item, hub = self.open_beside("tint2-left")
         self.assertGreaterEqual(hub.x, 90)
         self.assertLess(hub.x, 90 + 20)
+
+
+class OpenSheet(ShellTest):
+    """A question in the hub that is to be answered first."""
+
+    SCREEN = """
+        import QtQuick
+        import QtQuick.Window
+        Rectangle {
+            implicitWidth: 300; implicitHeight: 200
+            property bool sheetAttached: true
+            Window.onActiveChanged: answered.start()
+            Timer { id: answered; interval: 2000; onTriggered: parent.sheetAttached = false }
+        }"""
+
+    def test_clicks_outside_close_the_hub_only_without_it(self):
+        screen = self.desktop.folder / "Screen.qml"
+        screen.write_text(self.SCREEN)
+        quillon = self.run_quillon(program=SHELL_WITH_SCREEN, arguments=[screen])
+        quillon.may_say("Info.json")  # which lies beside the real program
+        self.shell.await_item()
+        self.shell.open_hub()
+        opened = time.monotonic()  # the sheet goes two seconds after the hub had the keyboard
+        self.injector.move(*FAR)
+        clicks = 0
+        while self.shell.hub() is not None:
+            self.assertLess(time.monotonic() - opened, 10, "a click outside did not close it")
+            self.injector.click(1)
+            clicks += 1
+        print(f"{self.id()}: open for {time.monotonic() - opened:.2f} s, {clicks} clicks")
+        self.assertGreater(time.monotonic() - opened, 1.5)
+        self.assertGreater(clicks, 3)
+        self.assertTrue(quillon.is_running())
 
 
 if __name__ == "__main__":
