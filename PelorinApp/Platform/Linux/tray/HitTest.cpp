@@ -1,5 +1,7 @@
 #include "Platform/Linux/tray/HitTest.h"
 
+#include <utility>
+
 namespace quillon {
 
 namespace {
@@ -12,10 +14,11 @@ bool contains(const Rect& frame, Point place) {
 
 } // namespace
 
+// Later subviews lie in front of earlier ones, so the last that answers counts.
+
 std::shared_ptr<Button> buttonAt(const std::shared_ptr<View>& root, std::optional<Point> place) {
-    const auto& subviews = root->subviews();
-    for (auto each = subviews.rbegin(); each != subviews.rend(); ++each) {
-        const auto& view = *each;
+    auto found = std::dynamic_pointer_cast<Button>(root);
+    for (const auto& view : root->subviews()) {
         const Rect frame = view->frame();
         if (place && !contains(frame, *place)) {
             continue;
@@ -23,20 +26,20 @@ std::shared_ptr<Button> buttonAt(const std::shared_ptr<View>& root, std::optiona
         const auto within =
             place ? std::optional(Point{place->x - frame.x, place->y - frame.y}) : std::nullopt;
         if (auto button = buttonAt(view, within)) {
-            return button;
+            found = std::move(button);
         }
     }
-    return std::dynamic_pointer_cast<Button>(root);
+    return found;
 }
 
 std::string toolTipOf(const View& root) {
-    const auto& subviews = root.subviews();
-    for (auto each = subviews.rbegin(); each != subviews.rend(); ++each) {
-        if (auto text = toolTipOf(**each); !text.empty()) {
-            return text;
+    std::string found = root.toolTip();
+    for (const auto& view : root.subviews()) {
+        if (auto text = toolTipOf(*view); !text.empty()) {
+            found = std::move(text);
         }
     }
-    return root.toolTip();
+    return found;
 }
 
 } // namespace quillon
