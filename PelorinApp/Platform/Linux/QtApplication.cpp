@@ -29,9 +29,7 @@ std::optional<EventType> QtApplication::currentEvent() const {
 }
 
 void QtApplication::terminate(Sender* /*sender*/) {
-    // Queued, so that who asked for it comes to an end first.
-    QMetaObject::invokeMethod(
-        qGuiApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+    QCoreApplication::exit(0); // the event loop ends when what runs now has come to its end
 }
 
 void QtApplication::finishLaunching() {
