@@ -47,8 +47,10 @@ int runOnDisplay(char* program) {
          .showVolumeLevel =
              [](double percent) { AppDelegate::showVolumeLevel(static_cast<float>(percent)); }},
         session.diagnostics);
-    if (!instance.claim()) { // another start was quicker
-        return SingleInstance::activateRunning(std::cerr).value_or(EXIT_FAILURE);
+    while (!instance.claim()) { // another start was quicker, or is just ending
+        if (const auto status = SingleInstance::activateRunning(std::cerr)) {
+            return *status;
+        }
     }
     Platform::setCurrent(&platform.services());
     platform.describeSession();
@@ -71,8 +73,11 @@ void openStandardDescriptors() {
 int run(char* program) {
     blockEndSignals(); // before there is any thread that they could end
     settleSessionBus();
-    if (const auto status = SingleInstance::activateRunning(std::cerr)) {
-        return *status;
+    // One that has started itself again would find itself, as long as the bus has not noticed.
+    if (!LinuxPlatform::isStartedAgain()) {
+        if (const auto status = SingleInstance::activateRunning(std::cerr)) {
+            return *status;
+        }
     }
     StandardOutput diagnostics;
     return awaitDisplay(diagnostics) ? runOnDisplay(program) : EXIT_SUCCESS;

@@ -7,7 +7,7 @@ import unittest
 
 from process_facts import children
 from shell_desktop import ShellTest
-from witnesses import wait_until
+from witnesses import X11_PROBE, wait_until
 
 
 class SecondStart(ShellTest):
@@ -57,6 +57,22 @@ class NoBus(ShellTest):
         # Nor has it started a bus of its own.
         self.assertEqual([name for name in children(quillon.process.pid).values()
                           if "dbus" in name], [])
+
+
+class Restarted(ShellTest):
+    """Somebody has the server kill the hub's window."""
+
+    def test_it_is_back_and_still_the_only_one(self):
+        quillon = self.start_shell()
+        for line in ("starting again", "The X server closed"):
+            quillon.may_say(line)
+        self.shell.open_hub()
+        self.desktop.run(X11_PROBE, "kill", str(int(self.shell.hub(), 16)))
+        wait_until(lambda: sum("Setup complete" in line for line in quillon.lines()) == 2,
+                   "it has started again")
+        self.assertEqual(self.run_quillon().wait(), 0)
+        wait_until(self.shell.hub_has_focus, "the hub is open and has the keyboard's focus")
+        self.assertTrue(quillon.is_running())
 
 
 class BusDies(ShellTest):

@@ -93,6 +93,8 @@ LinuxPlatform::~LinuxPlatform() {
     session_.runLoop.finishBackground();
 }
 
+bool LinuxPlatform::isStartedAgain() { return std::getenv(restartVariable) != nullptr; }
+
 void LinuxPlatform::describeSession() {
     if (isWaylandSession()) {
         session_.diagnostics.line(

@@ -40,6 +40,10 @@ class LinuxPlatform {
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
+    /// Whether this process is the same as before, with the program started anew. Until there is a
+    /// platform.
+    [[nodiscard]] static bool isStartedAgain();
+
     /// Says what will not work on this kind of session, if anything.
     void describeSession();
 
