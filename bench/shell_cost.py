@@ -24,7 +24,7 @@ from shell_desktop import PixelWatch  # noqa: E402
 from shell_view import Rectangle  # noqa: E402
 from witnesses import QUILLON, Injector, await_idle  # noqa: E402
 
-ROUNDS = 8
+ROUNDS = 5
 REOPENINGS = 5   # per round
 IDLE = 20        # seconds over which wakeups are counted, longer than any interval of its timers
 PANEL = Rectangle(0, 0, 1280, 30)
@@ -37,15 +37,20 @@ class Program:
     def __init__(self, name, command, close):
         self.name, self.command, self._close = name, command, close
         self.start, self.first, self.again = [], [], []
-        self.memory, self.wakeups = [], []
+        self.memory, self.wakeups, self.missed = [], [], []
 
     def open(self, hand, below) -> float:
-        """The seconds from the click until something is seen."""
+        """The seconds from the click until something is seen. A click that brings nothing within a
+        second is counted as missed, and made again."""
         hand.move(*self.place)
-        clicked = time.monotonic()
-        hand.click(1)
-        return wait_until(lambda: next((moment - clicked for moment, _, _ in below.changes()
-                                        if moment > clicked), None), "something has opened")
+        while True:
+            clicked = time.monotonic()
+            hand.click(1)
+            try:
+                return wait_until(lambda: next((moment - clicked for moment, _, _ in below.changes()
+                                                if moment > clicked), None), self.name, 1)
+            except Failed:
+                self.missed.append(1)
 
     def close(self, hand, below):
         """As its users would. Not every click is taken: one may be too fresh, or a double one."""
@@ -134,6 +139,8 @@ def table(programs) -> None:
         ratios = [f"{value:10.1f}  ({value / values[0]:5.2f})" if values[0] else f"{value:10.1f}"
                   for value in values]
         print(f"{title:44}" + "".join(f"{cell:>22}" for cell in ratios))
+    print(f"{'clicks that opened nothing':44}"
+          + "".join(f"{len(program.missed):>22}" for program in programs))
 
 
 def main() -> None:
