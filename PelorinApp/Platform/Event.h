@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Platform/Geometry.h"
+
 #include <cstdint>
+#include <memory>
 
 namespace quillon {
 
@@ -23,6 +26,8 @@ constexpr std::uint64_t eventMask(EventType type) {
     return std::uint64_t{1} << static_cast<std::uint32_t>(type);
 }
 
+enum class MouseButton : std::uint32_t { left = 0, right = 1, middle = 2 };
+
 /// Numbered fields of a scroll event. Axis 1 is vertical (up is positive), axis 2 horizontal.
 enum class EventField : int {
     scrollLineDeltaAxis1 = 11,
@@ -36,8 +41,9 @@ enum class EventField : int {
     scrollMomentumPhase = 123,
 };
 
-/// An input event on its way to the applications. It is valid only during the callback that
-/// receives it; a field that the event does not carry reads as 0.
+/// An input event: one on its way to the applications, which is valid only during the callback that
+/// receives it, or one that was made to be posted. A field that the event does not carry reads as
+/// 0.
 class Event {
   public:
     virtual ~Event() = default;
@@ -49,6 +55,10 @@ class Event {
 
     /// Rewrites the field in place: taps that run later and the applications see the new value.
     virtual void setDoubleValueField(EventField field, double value) = 0;
+
+    /// Where the pointer is for it: points, origin at the main screen's top left.
+    [[nodiscard]] virtual Point location() const = 0;
 };
+using EventRef = std::unique_ptr<Event>;
 
 } // namespace quillon

@@ -67,6 +67,18 @@ class EventServices {
     /// it only where `armedAt` says so, and nothing when it is empty. Others ignore it.
     virtual void setArmedAt(EventTap& tap, ArmedAt armedAt) = 0;
 
+    /// An event of no type, at the pointer's place; null when the system makes none.
+    virtual EventRef createEvent() = 0;
+
+    /// A press or release of a button. `position` in points, origin at the main screen's top left.
+    /// Null when the system makes none.
+    virtual EventRef createMouseEvent(EventType type, Point position, MouseButton button) = 0;
+
+    /// Hands an event that was made here to the system, as if a device had sent it. What a callback
+    /// posts comes after the event that it answers. It is never reported to listen-only monitors of
+    /// this program.
+    virtual void post(TapLocation location, const Event& event) = 0;
+
     /// `handler` is called on the main thread when the user demands all input back, by a chord that
     /// the system watches for while there is a tap. Nothing is held any more by then; the handler
     /// switches off whatever would hold again.

@@ -17,14 +17,28 @@ class FieldEvent final : public Event {
         EventField::scrollMomentumPhase,
     };
 
+    /// A scroll, or whatever its fields make of it.
+    FieldEvent() = default;
+    FieldEvent(EventType type, Point location, MouseButton button)
+        : type_(type), location_(location), button_(button) {}
+
     [[nodiscard]] std::int64_t integerValueField(EventField field) const override;
     [[nodiscard]] double doubleValueField(EventField field) const override;
     void setDoubleValueField(EventField field, double value) override;
 
+    [[nodiscard]] Point location() const override { return location_; }
+
+    [[nodiscard]] EventType type() const { return type_; }
+    [[nodiscard]] MouseButton button() const { return button_; }
+
+    /// Whether the fields are the same.
     bool operator==(const FieldEvent& other) const { return values_ == other.values_; }
 
   private:
     std::array<double, fields.size()> values_{};
+    EventType type_ = EventType::scrollWheel;
+    Point location_;
+    MouseButton button_ = MouseButton::left;
 };
 
 } // namespace quillon

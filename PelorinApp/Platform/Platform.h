@@ -1,12 +1,15 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/AccessibilityElement.h"
 #include "Platform/Alerts.h"
 #include "Platform/Animator.h"
 #include "Platform/Application.h"
+#include "Platform/Applications.h"
 #include "Platform/Bundle.h"
 #include "Platform/Diagnostics.h"
 #include "Platform/Displays.h"
+#include "Platform/DynamicLibraries.h"
 #include "Platform/EventMonitors.h"
 #include "Platform/EventServices.h"
 #include "Platform/Images.h"
@@ -18,6 +21,7 @@
 #include "Platform/StatusBar.h"
 #include "Platform/Updater.h"
 #include "Platform/UserDefaults.h"
+#include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"
 
 namespace quillon {
@@ -34,6 +38,10 @@ struct Platform {
     Bundle& bundle;
     Diagnostics& diagnostics;
     EventMonitors& monitors;
+    Applications& applications;
+    WindowServer& windowServer;
+    AccessibilityElements& accessibilityElements;
+    DynamicLibraries& libraries;
 
     // What people see.
     Application& application;

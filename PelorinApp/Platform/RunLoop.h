@@ -5,6 +5,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace quillon {
@@ -41,6 +42,25 @@ class Timer {
 };
 using TimerRef = std::shared_ptr<Timer>;
 
+/// Runs work in order, one piece at a time, on a thread that is not the main one. Any thread may
+/// queue.
+class SerialQueue {
+  public:
+    virtual ~SerialQueue() = default;
+
+    template <class Callable>
+    void async(Callable callable) {
+        enqueue(std::make_unique<WorkOf<Callable>>(std::move(callable)));
+    }
+
+    /// Runs `work` once what was queued before has run, and returns when it has. Not to be called
+    /// from the queue itself.
+    virtual void sync(const std::function<void()>& work) = 0;
+
+  protected:
+    virtual void enqueue(std::unique_ptr<Work> work) = 0;
+};
+
 /// The main thread's queue and timers, a background queue, and the only source of time.
 ///
 /// Every callback runs on the main thread but for asyncBackground's. Times are in seconds.
@@ -60,6 +80,10 @@ class RunLoop {
     void asyncBackground(Callable callable) {
         enqueueBackground(std::make_unique<WorkOf<Callable>>(std::move(callable)));
     }
+
+    /// A queue of its own. Work that has not begun when the queue is destroyed is dropped. `label`
+    /// is for people who look at the process.
+    virtual std::unique_ptr<SerialQueue> makeSerialQueue(std::string_view label) = 0;
 
     /// Main thread. Runs the work once, no earlier than `seconds` from now.
     virtual TimerRef asyncAfter(double seconds, std::function<void()> work) = 0;

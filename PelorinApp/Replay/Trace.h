@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Applications.h"
 #include "Platform/Geometry.h"
 #include "Platform/Simulated/VirtualRunLoop.h"
 #include "Platform/UserDefaults.h"
@@ -37,8 +38,6 @@ struct ToolName {
     std::string id;
     TracePosition position;
 };
-
-using ProcessId = std::int32_t;
 
 struct StoredDefault {
     std::string suite; // empty: the standard store
@@ -102,8 +101,6 @@ struct ScrollInput {
     int phase = 0;
     int momentumPhase = 0;
 };
-
-enum class MouseButton { left, right, middle };
 
 struct ButtonInput {
     MouseButton button = MouseButton::left;

@@ -4,12 +4,14 @@
 #include "Platform/Linux/session/AutostartLoginItem.h"
 #include "Platform/Linux/session/DesktopWorkspace.h"
 #include "Platform/Linux/session/InstalledFiles.h"
+#include "Platform/Linux/session/LinuxLibraries.h"
 #include "Platform/Linux/session/LinuxSession.h"
 #include "Platform/Linux/tray/CurrentEvent.h"
 #include "Platform/Linux/tray/LinuxImages.h"
 #include "Platform/Linux/tray/LinuxStatusBar.h"
 #include "Platform/Linux/tray/TrayContext.h"
 #include "Platform/Linux/updates/FeedUpdaters.h"
+#include "Platform/Linux/windows/LinuxWindows.h"
 #include "Platform/Linux/windows/QtAnimator.h"
 #include "Platform/Linux/windows/QuickPopover.h"
 #include "Platform/Linux/windows/UpdateMessages.h"
@@ -73,6 +75,8 @@ class LinuxPlatform {
     X11EventServices events_;
     OwnWindows ownWindows_;
     X11EventMonitors monitors_;
+    LinuxWindows windows_;
+    LinuxLibraries libraries_;
     DesktopScripting scripting_;
     QtApplication application_;
     TrayContext tray_;

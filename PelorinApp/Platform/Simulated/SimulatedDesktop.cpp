@@ -30,8 +30,8 @@ std::optional<std::string> SimulatedBundle::infoString(std::string_view key) con
 }
 
 SimulatedDesktop::SimulatedDesktop(const ActionSink& sink)
-    : events(sink), scripting(sink), diagnostics(sink), application(sink), statusBar(sink),
-      popovers(sink), menus(sink), updaters(sink),
+    : events(displays, sink), scripting(sink), diagnostics(sink), windows(sink), application(sink),
+      statusBar(sink), popovers(sink), menus(sink), updaters(sink),
       workspace(sink), platform{.runLoop = runLoop,
                                 .events = events,
                                 .displays = displays,
@@ -41,6 +41,10 @@ SimulatedDesktop::SimulatedDesktop(const ActionSink& sink)
                                 .bundle = bundle,
                                 .diagnostics = diagnostics,
                                 .monitors = monitors,
+                                .applications = windows,
+                                .windowServer = windows,
+                                .accessibilityElements = windows,
+                                .libraries = touchLibrary,
                                 .application = application,
                                 .statusBar = statusBar,
                                 .images = images,

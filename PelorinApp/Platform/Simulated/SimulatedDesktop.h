@@ -5,7 +5,9 @@
 #include "Platform/Simulated/SimulatedEventServices.h"
 #include "Platform/Simulated/SimulatedShell.h"
 #include "Platform/Simulated/SimulatedStatusBar.h"
+#include "Platform/Simulated/SimulatedTouchLibrary.h"
 #include "Platform/Simulated/SimulatedUserDefaults.h"
+#include "Platform/Simulated/SimulatedWindows.h"
 #include "Platform/Simulated/VirtualRunLoop.h"
 
 #include <map>
@@ -86,6 +88,8 @@ class SimulatedDesktop {
     SimulatedBundle bundle;
     SimulatedDiagnostics diagnostics;
     SimulatedEventMonitors monitors;
+    SimulatedWindows windows;
+    SimulatedTouchLibrary touchLibrary;
     SimulatedApplication application;
     SimulatedStatusBar statusBar;
     SimulatedImages images;

@@ -1,5 +1,7 @@
 #include "Platform/Simulated/SimulatedEventServices.h"
 
+#include "Platform/Simulated/ActionNumber.h"
+
 #include <string>
 #include <utility>
 
@@ -130,6 +132,32 @@ void SimulatedEventServices::drop(std::string_view owner) {
             }
         }
     }
+}
+
+EventRef SimulatedEventServices::createEvent() {
+    if (!makesEmptyEvents_) {
+        return nullptr;
+    }
+    const Point pointer = displays_.mouseLocation();
+    const auto screens = displays_.screens();
+    const double height = screens.empty() ? 0 : screens.front().height;
+    return std::make_unique<FieldEvent>(EventType::scrollWheel,
+                                        Point{pointer.x, height - pointer.y}, MouseButton::left);
+}
+
+EventRef SimulatedEventServices::createMouseEvent(EventType type, Point position,
+                                                  MouseButton button) {
+    return makesMouseEvents_ ? std::make_unique<FieldEvent>(type, position, button) : nullptr;
+}
+
+void SimulatedEventServices::post(TapLocation /*location*/, const Event& event) {
+    const auto& click = static_cast<const FieldEvent&>(event);
+    const bool isDown = click.type() == EventType::leftMouseDown ||
+                        click.type() == EventType::rightMouseDown ||
+                        click.type() == EventType::otherMouseDown;
+    sink_("click", std::to_string(static_cast<std::uint32_t>(click.button())) +
+                       (isDown ? " down " : " up ") + actionNumber(click.location().x) + ' ' +
+                       actionNumber(click.location().y));
 }
 
 void SimulatedEventServices::setPanicHandler(std::function<void()> handler) {

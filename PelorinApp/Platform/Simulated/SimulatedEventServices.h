@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Displays.h"
 #include "Platform/EventServices.h"
 #include "Platform/FieldEvent.h"
 #include "Platform/Simulated/ActionSink.h"
@@ -13,7 +14,8 @@ namespace quillon {
 /// Taps on input that a test or trace makes up.
 class SimulatedEventServices final : public EventServices {
   public:
-    explicit SimulatedEventServices(ActionSink sink) : sink_(std::move(sink)) {}
+    SimulatedEventServices(const Displays& displays, ActionSink sink)
+        : displays_(displays), sink_(std::move(sink)) {}
 
     EventTapRef createTap(TapLocation location, TapPlacement placement, TapOptions options,
                           std::uint64_t eventsOfInterest, EventTapCallback callback, void* userInfo,
@@ -22,6 +24,9 @@ class SimulatedEventServices final : public EventServices {
     void enableTap(EventTap& tap, bool enable) override;
     void setInvalidationHandler(EventTap& tap, std::function<void()> handler) override;
     void setArmedAt(EventTap& tap, ArmedAt armedAt) override;
+    EventRef createEvent() override;
+    EventRef createMouseEvent(EventType type, Point position, MouseButton button) override;
+    void post(TapLocation location, const Event& event) override;
     void setPanicHandler(std::function<void()> handler) override;
 
     enum class Fate { pass, rewrite, consume };
@@ -38,6 +43,12 @@ class SimulatedEventServices final : public EventServices {
     /// Whether the system grants new taps.
     void setGranting(bool granting) { granting_ = granting; }
 
+    /// What the system refuses to make from now on.
+    void setMaking(bool emptyEvents, bool mouseEvents) {
+        makesEmptyEvents_ = emptyEvents;
+        makesMouseEvents_ = mouseEvents;
+    }
+
     /// The tool's tap vanishes, as after a system fault.
     void drop(std::string_view owner);
 
@@ -53,8 +64,11 @@ class SimulatedEventServices final : public EventServices {
     class SimulatedSource;
     [[nodiscard]] std::vector<std::shared_ptr<SimulatedTap>> living() const;
 
+    const Displays& displays_;
     ActionSink sink_;
     bool granting_ = true;
+    bool makesEmptyEvents_ = true;
+    bool makesMouseEvents_ = true;
     std::function<void()> panicHandler_;
     std::vector<std::weak_ptr<SimulatedTap>> taps_; // newest first
 };

@@ -30,6 +30,30 @@ class VirtualRunLoop::VirtualTimer final : public Timer {
     VirtualRunLoop& loop_;
 };
 
+class VirtualRunLoop::VirtualSerialQueue final : public SerialQueue {
+  public:
+    explicit VirtualSerialQueue(std::shared_ptr<MainQueue> queue) : queue_(std::move(queue)) {}
+
+    void sync(const std::function<void()>& work) override {
+        while (queue_->runQueued() > 0) {
+        }
+        work();
+    }
+
+  protected:
+    void enqueue(std::unique_ptr<Work> work) override { queue_->push(std::move(work)); }
+
+  private:
+    std::shared_ptr<MainQueue> queue_;
+};
+
+std::unique_ptr<SerialQueue> VirtualRunLoop::makeSerialQueue(std::string_view /*label*/) {
+    auto queue = std::make_shared<MainQueue>();
+    std::erase_if(serial_, [](const auto& old) { return old.expired(); });
+    serial_.push_back(queue);
+    return std::make_unique<VirtualSerialQueue>(std::move(queue));
+}
+
 TimerRef VirtualRunLoop::schedule(double seconds, bool repeats, std::function<void()> work) {
     const Microseconds interval = toMicroseconds(seconds);
     const Due due{time_ + interval, timersMade_++};
@@ -56,8 +80,17 @@ void VirtualRunLoop::stepClock(double seconds) { clockOffset_ += toMicroseconds(
 double VirtualRunLoop::uptime() const { return static_cast<double>(time_) / microsecondsPerSecond; }
 
 void VirtualRunLoop::drain() {
-    while (main_.runQueued() > 0 || background_.runQueued() > 0) {
+    while (main_.runQueued() > 0 || background_.runQueued() > 0 || runSerial()) {
     }
+}
+
+bool VirtualRunLoop::runSerial() {
+    for (std::size_t i = 0; i < serial_.size(); ++i) { // by index: work may make a queue
+        if (const auto queue = serial_[i].lock(); queue && queue->runQueued() > 0) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void VirtualRunLoop::discardQueued() {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace quillon {
 
@@ -19,6 +20,7 @@ class VirtualRunLoop final : public RunLoop {
 
     TimerRef asyncAfter(double seconds, std::function<void()> work) override;
     TimerRef scheduleRepeating(double seconds, std::function<void()> work) override;
+    std::unique_ptr<SerialQueue> makeSerialQueue(std::string_view label) override;
     [[nodiscard]] std::chrono::system_clock::time_point now() const override;
     [[nodiscard]] double uptime() const override;
 
@@ -27,7 +29,7 @@ class VirtualRunLoop final : public RunLoop {
     /// Somebody sets the wall clock; uptime and timers know nothing of it.
     void stepClock(double seconds);
 
-    /// Runs the main queue, then the background queue, until both are empty.
+    /// Runs the main queue, then the background queue, then the serial ones, until all are empty.
     void drain();
 
     /// Drops what is queued without running it.
@@ -47,6 +49,7 @@ class VirtualRunLoop final : public RunLoop {
 
   private:
     class VirtualTimer;
+    class VirtualSerialQueue;
     struct Due {
         Microseconds at;
         std::uint64_t age; // creation order; a repeating timer keeps its age
@@ -57,6 +60,7 @@ class VirtualRunLoop final : public RunLoop {
 
     TimerRef schedule(double seconds, bool repeats, std::function<void()> work);
     void fireNext();
+    bool runSerial();
 
     Microseconds time_ = 0;
     Microseconds clockOffset_ = 0;
@@ -64,6 +68,7 @@ class VirtualRunLoop final : public RunLoop {
     std::map<Due, std::shared_ptr<VirtualTimer>> timers_;
     MainQueue main_;
     MainQueue background_;
+    std::vector<std::weak_ptr<MainQueue>> serial_; // oldest first
 };
 
 } // namespace quillon

@@ -1,4 +1,4 @@
-#include "Platform/Simulated/SimulatedEventServices.h"
+#include "Platform/Simulated/SimulatedDesktop.h"
 
 #include "Platform/Simulated/VirtualRunLoop.h"
 
@@ -35,9 +35,11 @@ struct Probe {
 
 struct SimulatedEventServicesTest : testing::Test {
     std::vector<std::string> actions;
-    SimulatedEventServices events{[this](std::string_view kind, const std::string& detail) {
-        actions.push_back(std::string(kind) + " " + detail);
-    }};
+    SimulatedDisplays displays;
+    SimulatedEventServices events{displays,
+                                  [this](std::string_view kind, const std::string& detail) {
+                                      actions.push_back(std::string(kind) + " " + detail);
+                                  }};
     VirtualRunLoop loop;
     std::vector<std::string> order;
 

@@ -1,6 +1,7 @@
 #include "Platform/Linux/session/QtRunLoop.h"
 
 #include "Platform/Linux/session/EndSignals.h"
+#include "Platform/Linux/session/ThreadQueue.h"
 
 #include <QCoreApplication>
 #include <QObject>
@@ -146,6 +147,10 @@ TimerRef QtRunLoop::asyncAfter(double seconds, std::function<void()> work) {
 TimerRef QtRunLoop::scheduleRepeating(double seconds, std::function<void()> work) {
     const auto number = timers_->start(seconds, true, std::move(work));
     return std::make_shared<TimerHandle<Timers>>(timers_, number);
+}
+
+std::unique_ptr<SerialQueue> QtRunLoop::makeSerialQueue(std::string_view label) {
+    return std::make_unique<ThreadQueue>(label);
 }
 
 std::chrono::system_clock::time_point QtRunLoop::now() const {

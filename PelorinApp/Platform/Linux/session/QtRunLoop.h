@@ -20,6 +20,7 @@ class QtRunLoop final : public RunLoop {
 
     TimerRef asyncAfter(double seconds, std::function<void()> work) override;
     TimerRef scheduleRepeating(double seconds, std::function<void()> work) override;
+    std::unique_ptr<SerialQueue> makeSerialQueue(std::string_view label) override;
     [[nodiscard]] std::chrono::system_clock::time_point now() const override;
     [[nodiscard]] double uptime() const override;
 

@@ -114,6 +114,14 @@ void X11EventServices::setArmedAt(EventTap& tap, ArmedAt armedAt) {
     publishTaps();
 }
 
+EventRef X11EventServices::createEvent() { return nullptr; }
+
+EventRef X11EventServices::createMouseEvent(EventType type, Point position, MouseButton button) {
+    return std::make_unique<FieldEvent>(type, position, button);
+}
+
+void X11EventServices::post(TapLocation /*location*/, const Event& /*event*/) {}
+
 void X11EventServices::setPanicHandler(std::function<void()> handler) {
     panicHandler_ = std::move(handler);
 }

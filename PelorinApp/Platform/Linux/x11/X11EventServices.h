@@ -34,6 +34,9 @@ class X11EventServices final : public EventServices {
     void enableTap(EventTap& tap, bool enable) override;
     void setInvalidationHandler(EventTap& tap, std::function<void()> handler) override;
     void setArmedAt(EventTap& tap, ArmedAt armedAt) override;
+    EventRef createEvent() override;
+    EventRef createMouseEvent(EventType type, Point position, MouseButton button) override;
+    void post(TapLocation location, const Event& event) override;
     void setPanicHandler(std::function<void()> handler) override;
 
     /// Called by the taps themselves, when what they could consume may have changed.

@@ -28,6 +28,9 @@ class ThreadedRunLoop final : public RunLoop {
     TimerRef scheduleRepeating(double seconds, std::function<void()> work) override {
         return asyncAfter(seconds, std::move(work)); // nothing here repeats
     }
+    std::unique_ptr<SerialQueue> makeSerialQueue(std::string_view /*label*/) override {
+        return nullptr; // nobody asks for one here
+    }
     [[nodiscard]] std::chrono::system_clock::time_point now() const override { return {}; }
     [[nodiscard]] double uptime() const override { return 0; }
 

@@ -24,6 +24,9 @@ class SettableClock final : public RunLoop {
     TimerRef scheduleRepeating(double seconds, std::function<void()> work) override {
         return loop.scheduleRepeating(seconds, counted(std::move(work)));
     }
+    std::unique_ptr<SerialQueue> makeSerialQueue(std::string_view label) override {
+        return loop.makeSerialQueue(label);
+    }
     [[nodiscard]] std::chrono::system_clock::time_point now() const override {
         return loop.now() + std::chrono::microseconds(static_cast<std::int64_t>(offset * 1e6));
     }
