@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <type_traits>
+#include <utility>
 
 namespace quillon {
 
@@ -57,15 +58,33 @@ bool boolForKey(const UserDefaults& defaults, std::string_view key, bool fallbac
 
 double doubleForKey(const UserDefaults& defaults, std::string_view key, double fallback,
                     Diagnostics& diagnostics) {
+    return storedDouble(defaults, key, diagnostics).value_or(fallback);
+}
+
+std::optional<double> storedDouble(const UserDefaults& defaults, std::string_view key,
+                                   Diagnostics& diagnostics) {
     const auto object = defaults.object(key);
     if (!object) {
-        return fallback;
+        return std::nullopt;
     }
     if (const double* value = std::get_if<double>(&*object); value && isStorableNumber(*value)) {
         return *value;
     }
     reportWrongType(key, *object, "a number", diagnostics);
-    return fallback;
+    return std::nullopt;
+}
+
+StringList stringsForKey(const UserDefaults& defaults, std::string_view key,
+                         Diagnostics& diagnostics) {
+    auto object = defaults.object(key);
+    if (!object) {
+        return {};
+    }
+    if (auto* value = std::get_if<StringList>(&*object)) {
+        return std::move(*value);
+    }
+    reportWrongType(key, *object, "a list of texts", diagnostics);
+    return {};
 }
 
 } // namespace quillon

@@ -49,11 +49,15 @@ class UserDefaultsStores {
 /// settings are rounded to whole steps.
 [[nodiscard]] bool isStorableNumber(double value);
 
-/// The object under `key` when it has the type of the fallback, else the fallback. An object of
-/// another type, or a number that is not storable, is reported as a line of diagnostics.
+/// The object under `key` when it has the type that is asked for, else the fallback or nothing. An
+/// object of another type, or a number that is not storable, is reported as a line of diagnostics.
 [[nodiscard]] bool boolForKey(const UserDefaults& defaults, std::string_view key, bool fallback,
                               Diagnostics& diagnostics);
 [[nodiscard]] double doubleForKey(const UserDefaults& defaults, std::string_view key,
                                   double fallback, Diagnostics& diagnostics);
+[[nodiscard]] std::optional<double> storedDouble(const UserDefaults& defaults, std::string_view key,
+                                                 Diagnostics& diagnostics);
+[[nodiscard]] StringList stringsForKey(const UserDefaults& defaults, std::string_view key,
+                                       Diagnostics& diagnostics);
 
 } // namespace quillon

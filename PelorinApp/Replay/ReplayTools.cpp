@@ -3,6 +3,7 @@
 #include "Replay/NearestWord.h"
 #include "Replay/StatementReader.h"
 #include "Tools/Edges/Tool4EdgesManager.h"
+#include "Tools/Pointer/WindowSwitcherManager.h"
 
 #include <QMetaProperty>
 #include <QVariant>
@@ -20,7 +21,8 @@ struct ReplayTool {
     const QMetaObject* managerClass;
     std::shared_ptr<QObject> (*create)(Platform&);
     void (*activate)(QObject&);
-    void (*deactivate)(QObject&);
+    void (*deactivate)(QObject&, bool partnerIsOn);
+    std::string_view partner = {}; // the other tool that the manager serves
 };
 
 template <class Manager>
@@ -28,22 +30,60 @@ std::shared_ptr<QObject> create(Platform& platform) {
     return Manager::create(platform);
 }
 
-void activateDesktopSwitcher(QObject& object) {
-    auto& manager = static_cast<Tool4EdgesManager&>(object);
+bool mayMonitor(const EdgeToolManager& manager) {
+    return manager.isEnabled() && manager.hasAccessibilityPermission();
+}
+
+void activateScrolling(QObject& object) {
+    auto& manager = static_cast<EdgeScrollManager&>(object);
     manager.setIsEnabled(true);
-    if (manager.isEnabled() && manager.hasAccessibilityPermission() && !manager.hasEventTap()) {
+    if (mayMonitor(manager) && !manager.hasEventTap()) {
         manager.startMonitoring();
     }
 }
 
-template <class Manager>
-void disable(QObject& object) {
-    static_cast<Manager&>(object).setIsEnabled(false);
+void disable(QObject& object, bool /*partnerIsOn*/) {
+    static_cast<EdgeToolManager&>(object).setIsEnabled(false);
+}
+
+void restart(EdgeToolManager& manager) {
+    if (mayMonitor(manager)) {
+        manager.stopMonitoring();
+        manager.startMonitoring();
+    }
+}
+
+/// Switches the manager off unless it still serves the other tool.
+void leaveToPartner(QObject& object, bool partnerIsOn) {
+    auto& manager = static_cast<EdgeToolManager&>(object);
+    if (partnerIsOn) {
+        restart(manager);
+    } else {
+        manager.setIsEnabled(false);
+    }
+}
+
+void activateThreeFingerPress(QObject& object) {
+    auto& manager = static_cast<WindowSwitcherManager&>(object);
+    manager.setThreeFingerGestureEnabled(true);
+    manager.setIsEnabled(true);
+    restart(manager);
+}
+
+void deactivateThreeFingerPress(QObject& object, bool partnerIsOn) {
+    static_cast<WindowSwitcherManager&>(object).setThreeFingerGestureEnabled(false);
+    leaveToPartner(object, partnerIsOn);
 }
 
 constexpr std::array tools{
     ReplayTool{Tool4EdgesManager::toolId, &Tool4EdgesManager::staticMetaObject,
-               create<Tool4EdgesManager>, activateDesktopSwitcher, disable<Tool4EdgesManager>},
+               create<Tool4EdgesManager>, activateScrolling, disable},
+    ReplayTool{WindowSwitcherManager::toolId, &WindowSwitcherManager::staticMetaObject,
+               create<WindowSwitcherManager>, activateScrolling, leaveToPartner,
+               ThreeFingerPress::toolId},
+    ReplayTool{ThreeFingerPress::toolId, &WindowSwitcherManager::staticMetaObject,
+               create<WindowSwitcherManager>, activateThreeFingerPress, deactivateThreeFingerPress,
+               WindowSwitcherManager::toolId},
 };
 
 const ReplayTool* toolWithId(std::string_view id) {
@@ -69,7 +109,26 @@ QVariant valueFor(const QMetaProperty& property, const DefaultsObject& value) {
         number && property.typeId() == QMetaType::Double) {
         return *number;
     }
+    if (const auto* list = std::get_if<StringList>(&value);
+        list && property.typeId() == QMetaType::QStringList) {
+        QStringList strings;
+        for (const auto& string : *list) {
+            strings.append(QString::fromStdString(string));
+        }
+        return strings;
+    }
     return {};
+}
+
+std::string_view valueKind(const QMetaProperty& property) {
+    switch (property.typeId()) {
+    case QMetaType::Bool:
+        return "true or false";
+    case QMetaType::QStringList:
+        return "a list of texts";
+    default:
+        return "a number";
+    }
 }
 
 std::string unknownPropertyMessage(const ReplayTool& tool, const std::string& name) {
@@ -113,8 +172,7 @@ class ToolCheck {
             fail(change.propertyPosition, inQuotes(change.property) + " cannot be set");
         } else if (!valueFor(property, change.value).isValid()) {
             fail(change.valuePosition,
-                 inQuotes(change.property) + " takes " +
-                     (property.typeId() == QMetaType::Bool ? "true or false" : "a number"));
+                 inQuotes(change.property) + " takes " + std::string(valueKind(property)));
         } else if (const double* number = std::get_if<double>(&change.value);
                    number && !isStorableNumber(*number)) {
             fail(change.valuePosition, "a number of this size cannot be stored");
@@ -155,7 +213,15 @@ QObject& ReplayTools::manager(std::string_view id) {
 
 void ReplayTools::switchTool(std::string_view id, bool on) {
     const ReplayTool& tool = *toolWithId(id);
-    (on ? tool.activate : tool.deactivate)(manager(id));
+    if (on) {
+        on_.emplace(id);
+        tool.activate(manager(id));
+    } else {
+        if (const auto record = on_.find(id); record != on_.end()) {
+            on_.erase(record);
+        }
+        tool.deactivate(manager(id), on_.contains(tool.partner));
+    }
 }
 
 void ReplayTools::setProperty(std::string_view id, std::string_view property,

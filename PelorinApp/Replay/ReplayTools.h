@@ -5,6 +5,8 @@
 
 #include <memory>
 #include <optional>
+#include <set>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -24,7 +26,8 @@ class ReplayTools {
   public:
     explicit ReplayTools(Platform& platform) : platform_(platform) {}
 
-    /// The module's activate or deactivate.
+    /// Makes the tool's record one that is on or off, then calls the module's activate or
+    /// deactivate.
     void switchTool(std::string_view id, bool on);
     void setProperty(std::string_view id, std::string_view property, const DefaultsObject& value);
 
@@ -32,6 +35,7 @@ class ReplayTools {
     QObject& manager(std::string_view id);
 
     Platform& platform_;
+    std::set<std::string, std::less<>> on_; // as the records say
     // By class, as one manager can serve two tools.
     std::vector<std::pair<const QMetaObject*, std::shared_ptr<QObject>>> managers_;
 };

@@ -2,6 +2,7 @@
 
 #include "Platform/FieldEvent.h"
 #include "Platform/Simulated/ActionNumber.h"
+#include "Platform/WindowServer.h"
 #include "Replay/Trace.h"
 
 #include <array>
@@ -39,6 +40,10 @@ namespace quillon {
     event.setDoubleValueField(scrollPhase, scroll.phase);
     event.setDoubleValueField(scrollMomentumPhase, scroll.momentumPhase);
     return event;
+}
+
+[[nodiscard]] inline WindowDescription windowDescription(const TraceWindow& window) {
+    return {window.owner, window.ownerName, window.layer, window.frame, window.onScreen};
 }
 
 /// The delta fields of a scroll as `11=1 12=0 …`.

@@ -36,12 +36,21 @@ class TraceRun {
         tools_.switchTool(toolSwitch.tool.id, toolSwitch.on);
     }
 
-    // The simulated desktop has no service that would show these to a tool.
-    void operator()(const RestingContacts& /*contacts*/) {}
+    void operator()(const RestingContacts& contacts) {
+        desktop_.touchLibrary.touch(contacts.count);
+    }
+    void operator()(const FrontApplication& front) {
+        desktop_.windows.setFront(front.process, front.name);
+    }
+    void operator()(const TraceWindow& window) {
+        desktop_.windows.add(windowDescription(window), window.accessory
+                                                            ? ActivationPolicy::accessory
+                                                            : ActivationPolicy::regular);
+    }
+    void operator()(const ApplicationEnd& end) { desktop_.windows.close(end.process); }
+
+    // The simulated desktop has no service that would show this to a tool.
     void operator()(const DeviceChange& /*change*/) {}
-    void operator()(const FrontApplication& /*front*/) {}
-    void operator()(const TraceWindow& /*window*/) {}
-    void operator()(const ApplicationEnd& /*end*/) {}
 
   private:
     void putUpDesktop();
@@ -78,6 +87,13 @@ void TraceRun::putUpDesktop() {
         desktop_.displays.pointer = {main.x + main.width / 2, main.y + main.height / 2};
     }
     desktop_.accessibility.trusted = trace_.trusted;
+    for (const TraceWindow& window : trace_.windows) {
+        (*this)(window);
+    }
+    if (trace_.front) {
+        (*this)(*trace_.front);
+    }
+    (*this)(RestingContacts{trace_.contacts});
 }
 
 void TraceRun::deliver(EventType type, FieldEvent event) {

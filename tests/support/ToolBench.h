@@ -4,6 +4,7 @@
 #include "Tools/Edges/Tool4EdgesManager.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -59,8 +60,12 @@ class ToolBench {
     void pointerAtLeftEdge() { desktop.displays.pointer = {5, 450}; }
 
     std::vector<std::string> actions;
+    std::function<void(const std::string& action)> react; // as it happens
     SimulatedDesktop desktop{[this](std::string_view kind, const std::string& detail) {
         actions.push_back(std::string(kind) + " " + detail);
+        if (react) {
+            react(actions.back());
+        }
     }};
 };
 

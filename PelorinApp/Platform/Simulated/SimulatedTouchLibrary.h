@@ -25,6 +25,7 @@ class SimulatedTouchLibrary final : public DynamicLibraries {
 
     /// Whether somebody listens.
     [[nodiscard]] bool isStarted() const { return started_; }
+    [[nodiscard]] ContactFrameCallback callback() const { return callback_; }
     [[nodiscard]] int timesOpened() const { return opened_; }
     [[nodiscard]] int timesClosed() const { return closed_; }
 

@@ -35,6 +35,9 @@ class SimulatedWindows final : public Applications,
     /// The application ends, and its windows go.
     void close(ProcessId process);
 
+    /// The process is no application any more; its windows stay.
+    void forget(ProcessId process) { processes_.erase(process); }
+
     bool hasWindowList = true;
     bool answersAssistance = true; // whether applications let their windows be read
 

@@ -1,12 +1,15 @@
 #include "Tools/Edges/EdgeScrollManager.h"
 
+#include <cmath>
 #include <memory>
 
 namespace quillon {
 
 EdgeScrollManager::EdgeScrollManager(Platform& platform, UserDefaults& defaults,
-                                     const EdgeToolTraits& traits, std::string_view toolId)
-    : EdgeToolManager(platform, defaults, traits), toolId_(toolId), scrollTap_(platform) {}
+                                     const EdgeToolTraits& traits, std::string_view toolId,
+                                     const char* notchesKey, double notchesPerAction)
+    : EdgeToolManager(platform, defaults, traits), toolId_(toolId), notchesKey_(notchesKey),
+      notchesPerAction_(notchesPerAction), scrollTap_(platform, EventType::scrollWheel) {}
 
 Event* EdgeScrollManager::tapCallback(EventType type, Event* event, void* userInfo) {
     auto* manager = static_cast<EdgeScrollManager*>(userInfo);
@@ -29,7 +32,7 @@ Event* EdgeScrollManager::tapCallback(EventType type, Event* event, void* userIn
 }
 
 void EdgeScrollManager::handleEdgeScroll(const ScrollSample& sample) {
-    switch (notches_.add(sample, scrollThreshold())) {
+    switch (notches_.add(sample, clampedSteps(notchesPerAction_))) {
     case NotchAccumulator::Action::positive:
         positiveAction();
         break;
@@ -39,6 +42,13 @@ void EdgeScrollManager::handleEdgeScroll(const ScrollSample& sample) {
     case NotchAccumulator::Action::none:
         break;
     }
+}
+
+bool EdgeScrollManager::setNotchesPerAction(double notches) {
+    constexpr double tolerance = 0.001;
+    const auto whole = static_cast<double>(clampedSteps(notches));
+    const double stored = std::fabs(whole - notches) > tolerance ? whole : notches;
+    return assign(notchesPerAction_, stored, notchesKey_);
 }
 
 bool EdgeScrollManager::installSource() {

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "Tools/Edges/EdgeToolManager.h"
+#include "Tools/Edges/InputTap.h"
 #include "Tools/Edges/NotchAccumulator.h"
-#include "Tools/Edges/ScrollTap.h"
 
-#include <cstdint>
 #include <string_view>
 
 namespace quillon {
@@ -29,11 +28,16 @@ class EdgeScrollManager : public EdgeToolManager {
     static Event* tapCallback(EventType type, Event* event, void* userInfo);
 
   protected:
+    /// `notchesPerAction` as it was stored under `notchesKey`.
     EdgeScrollManager(Platform& platform, UserDefaults& defaults, const EdgeToolTraits& traits,
-                      std::string_view toolId);
+                      std::string_view toolId, const char* notchesKey, double notchesPerAction);
 
-    /// Notches per action, read anew for every event.
-    [[nodiscard]] virtual std::int64_t scrollThreshold() const = 0;
+    [[nodiscard]] double notchesPerAction() const { return notchesPerAction_; }
+
+    /// Persists it; anything but a whole number of 1…10 is first made one. True when it is another
+    /// than before.
+    bool setNotchesPerAction(double notches);
+
     virtual void positiveAction() = 0;
     virtual void negativeAction() = 0;
 
@@ -44,7 +48,9 @@ class EdgeScrollManager : public EdgeToolManager {
 
   private:
     std::string_view toolId_;
-    ScrollTap scrollTap_;
+    const char* notchesKey_;
+    double notchesPerAction_;
+    InputTap scrollTap_;
     NotchAccumulator notches_;
 };
 

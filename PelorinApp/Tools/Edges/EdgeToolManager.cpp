@@ -25,9 +25,7 @@ void EdgeToolManager::begin() {
     checkAccessibilityPermission();
     permissionCheckTimer_ = scheduleWeakly(platform_, permissionCheckInterval, weak_from_this(),
                                            &EdgeToolManager::checkAccessibilityPermission);
-    if (isEnabled_) {
-        startMonitoring();
-    }
+    // The answer to the first question, which is on its way, starts the tool.
 }
 
 void EdgeToolManager::teardown() {
@@ -47,11 +45,15 @@ void EdgeToolManager::applyPermissionResult(bool granted) {
         Q_EMIT hasAccessibilityPermissionChanged();
     }
     if (granted && !previous) {
-        // The poll ends for good: a later withdrawal is not noticed by it.
-        cancelTimer(permissionCheckTimer_);
-        if (isEnabled_ && !hasSource()) {
-            startMonitoring();
-        }
+        permissionGranted();
+    }
+}
+
+void EdgeToolManager::permissionGranted() {
+    // The poll ends for good: a later withdrawal is not noticed by it.
+    cancelTimer(permissionCheckTimer_);
+    if (isEnabled_ && !hasSource()) {
+        requestStart();
     }
 }
 
@@ -78,7 +80,7 @@ void EdgeToolManager::stopMonitoring() {
 
 void EdgeToolManager::healthTick() {
     if (isEnabled_ && hasAccessibilityPermission_ && !hasSource()) {
-        startMonitoring();
+        requestStart();
     }
 }
 
@@ -87,13 +89,11 @@ bool EdgeToolManager::isMouseAtEnabledEdge() const {
 }
 
 void EdgeToolManager::setIsEnabled(bool enabled) {
-    const bool changed = std::exchange(isEnabled_, enabled) != enabled;
-    persist(traits_.isEnabled.key, enabled);
-    if (changed) {
+    if (assign(isEnabled_, enabled, traits_.isEnabled.key)) {
         Q_EMIT isEnabledChanged();
     }
     if (enabled) {
-        startMonitoring();
+        requestStart();
     } else {
         stopMonitoring();
     }
@@ -109,9 +109,7 @@ void EdgeToolManager::switchOffForNow() {
 template <class T>
 void EdgeToolManager::setBandSetting(T& field, T value, const char* key,
                                      void (EdgeToolManager::*changed)()) {
-    const bool differs = std::exchange(field, value) != value;
-    persist(key, value);
-    if (differs) {
+    if (assign(field, value, key)) {
         bandChanged();
         Q_EMIT(this->*changed)();
     }

@@ -6,6 +6,7 @@
 #include <QObject>
 
 #include <memory>
+#include <utility>
 
 namespace quillon {
 
@@ -103,6 +104,13 @@ class EdgeToolManager : public QObject, public std::enable_shared_from_this<Edge
     /// The edges or the width of the band changed.
     virtual void bandChanged() {}
 
+    /// How the tool starts by itself: when it is switched on, when permission comes, when its
+    /// source has gone.
+    virtual void requestStart() { startMonitoring(); }
+
+    /// Permission has come that was not there before.
+    virtual void permissionGranted();
+
     /// Whether a start may go ahead.
     [[nodiscard]] virtual bool mayStart() const { return hasAccessibilityPermission_; }
 
@@ -113,7 +121,15 @@ class EdgeToolManager : public QObject, public std::enable_shared_from_this<Edge
 
     template <class T>
     void persist(const char* key, T value) {
-        defaults_.set(key, value);
+        defaults_.set(key, std::move(value));
+    }
+
+    /// Sets and persists, the latter also when it is the old value. True when it is another.
+    template <class T>
+    bool assign(T& field, T value, const char* key) {
+        const bool differs = std::exchange(field, value) != value;
+        persist(key, value);
+        return differs;
     }
 
     [[nodiscard]] Platform& platform() const { return platform_; }
@@ -137,9 +153,9 @@ class EdgeToolManager : public QObject, public std::enable_shared_from_this<Edge
 };
 
 /// Makes a tool's manager and lets it begin its life.
-template <class Manager>
-std::shared_ptr<Manager> makeManager(Platform& platform) {
-    auto manager = std::make_shared<Manager>(platform);
+template <class Manager, class... More>
+std::shared_ptr<Manager> makeManager(Platform& platform, More... more) {
+    auto manager = std::make_shared<Manager>(platform, std::move(more)...);
     manager->begin();
     return manager;
 }

@@ -1,8 +1,6 @@
 #include "Tools/Edges/Tool4EdgesManager.h"
 
-#include <cmath>
 #include <string>
-#include <utility>
 
 namespace quillon {
 
@@ -34,21 +32,13 @@ Tool4EdgesManager& Tool4EdgesManager::shared() {
 }
 
 Tool4EdgesManager::Tool4EdgesManager(Platform& platform)
-    : EdgeScrollManager(platform, platform.userDefaults.standard(), traits, toolId),
-      scrollSensitivity_(doubleForKey(defaults(), scrollSensitivitySetting.key,
-                                      scrollSensitivitySetting.fallback, platform.diagnostics)) {}
-
-std::int64_t Tool4EdgesManager::scrollThreshold() const { return clampedSteps(scrollSensitivity_); }
+    : EdgeScrollManager(platform, platform.userDefaults.standard(), traits, toolId,
+                        scrollSensitivitySetting.key,
+                        doubleForKey(platform.userDefaults.standard(), scrollSensitivitySetting.key,
+                                     scrollSensitivitySetting.fallback, platform.diagnostics)) {}
 
 void Tool4EdgesManager::setScrollSensitivity(double notches) {
-    const auto whole = static_cast<double>(clampedSteps(notches));
-    if (std::fabs(whole - notches) > 0.001) {
-        setScrollSensitivity(whole);
-        return;
-    }
-    const bool changed = std::exchange(scrollSensitivity_, notches) != notches;
-    persist(scrollSensitivitySetting.key, notches);
-    if (changed) {
+    if (setNotchesPerAction(notches)) {
         Q_EMIT scrollSensitivityChanged();
     }
 }

@@ -2,7 +2,6 @@
 
 #include "Tools/Edges/EdgeScrollManager.h"
 
-#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -29,7 +28,7 @@ class Tool4EdgesManager final : public EdgeScrollManager {
     explicit Tool4EdgesManager(Platform& platform);
     ~Tool4EdgesManager() override { teardown(); }
 
-    [[nodiscard]] double scrollSensitivity() const { return scrollSensitivity_; }
+    [[nodiscard]] double scrollSensitivity() const { return notchesPerAction(); }
 
     /// Notches per switch; anything but a whole number of 1…10 is first made one.
     void setScrollSensitivity(double notches);
@@ -42,7 +41,6 @@ class Tool4EdgesManager final : public EdgeScrollManager {
     void scrollSensitivityChanged();
 
   protected:
-    [[nodiscard]] std::int64_t scrollThreshold() const override;
     void positiveAction() override { switchToPreviousDesktop(); }
     void negativeAction() override { switchToNextDesktop(); }
 
@@ -50,8 +48,6 @@ class Tool4EdgesManager final : public EdgeScrollManager {
     void queueAppleScript(std::string_view source);
     static void runAppleScript(std::string_view source, ScriptingService& scripting,
                                Diagnostics& diagnostics);
-
-    double scrollSensitivity_;
 };
 
 } // namespace quillon

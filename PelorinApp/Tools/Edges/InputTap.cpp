@@ -1,16 +1,16 @@
-#include "Tools/Edges/ScrollTap.h"
+#include "Tools/Edges/InputTap.h"
 
 #include <utility>
 
 namespace quillon {
 
-bool ScrollTap::install(EventTapCallback callback, void* userInfo, std::string_view owner) {
+bool InputTap::install(EventTapCallback callback, void* userInfo, std::string_view owner) {
     if (exists()) {
         return true;
     }
     EventServices& events = platform_.events;
     eventTap_ = events.createTap(TapLocation::hid, TapPlacement::headInsert, TapOptions::filtering,
-                                 eventMask(EventType::scrollWheel), callback, userInfo, owner);
+                                 eventMask(type_), callback, userInfo, owner);
     if (!eventTap_) {
         return false;
     }
@@ -25,7 +25,7 @@ bool ScrollTap::install(EventTapCallback callback, void* userInfo, std::string_v
     return true;
 }
 
-void ScrollTap::remove() {
+void InputTap::remove() {
     if (runLoopSource_) {
         platform_.runLoop.removeSource(runLoopSource_);
         runLoopSource_.reset();
@@ -36,13 +36,13 @@ void ScrollTap::remove() {
     }
 }
 
-void ScrollTap::reenable() {
+void InputTap::reenable() {
     if (eventTap_) {
         platform_.events.enableTap(*eventTap_, true);
     }
 }
 
-void ScrollTap::setArmedAt(ArmedAt armedAt) {
+void InputTap::setArmedAt(ArmedAt armedAt) {
     if (eventTap_) {
         platform_.events.setArmedAt(*eventTap_, std::move(armedAt));
     }

@@ -7,13 +7,13 @@
 
 namespace quillon {
 
-/// An active tap on scroll events, installed on the main run loop or absent.
-class ScrollTap {
+/// An active tap on events of one type, installed on the main run loop or absent.
+class InputTap {
   public:
-    explicit ScrollTap(Platform& platform) : platform_(platform) {}
-    ScrollTap(const ScrollTap&) = delete;
-    ScrollTap& operator=(const ScrollTap&) = delete;
-    ~ScrollTap() { remove(); }
+    InputTap(Platform& platform, EventType type) : platform_(platform), type_(type) {}
+    InputTap(const InputTap&) = delete;
+    InputTap& operator=(const InputTap&) = delete;
+    ~InputTap() { remove(); }
 
     /// True when the tap is there afterwards. Does nothing when there is one already.
     bool install(EventTapCallback callback, void* userInfo, std::string_view owner);
@@ -28,6 +28,7 @@ class ScrollTap {
 
   private:
     Platform& platform_;
+    EventType type_;
     EventTapRef eventTap_;
     RunLoopSourceRef runLoopSource_;
 };
