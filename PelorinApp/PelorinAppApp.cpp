@@ -1,6 +1,7 @@
 #include "PelorinAppApp.h"
 
 #include "Tools/Edges/Tool4EdgesManager.h"
+#include "Tools/Pointer/WindowSwitcherManager.h"
 
 namespace quillon {
 
@@ -9,8 +10,11 @@ PelorinAppApp::PelorinAppApp() : delegate_(AppDelegate::create(Platform::current
 
     // The tools run whether or not the shell finds a place on the screen.
     Tool4EdgesManager& desktopSwitcher = Tool4EdgesManager::shared();
-    Platform::current().events.setPanicHandler(
-        [&desktopSwitcher] { desktopSwitcher.switchOffForNow(); });
+    WindowSwitcherManager& windowSwitcher = WindowSwitcherManager::shared();
+    Platform::current().events.setPanicHandler([&desktopSwitcher, &windowSwitcher] {
+        desktopSwitcher.switchOffForNow();
+        windowSwitcher.switchOffForNow();
+    });
 }
 
 } // namespace quillon

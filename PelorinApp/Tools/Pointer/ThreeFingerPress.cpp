@@ -56,7 +56,6 @@ void ThreeFingerPress::start() {
         platform_.diagnostics.line(
             "⚠️ Failed to install mouse event tap for three-finger press");
     }
-    update();
 }
 
 void ThreeFingerPress::stop() {

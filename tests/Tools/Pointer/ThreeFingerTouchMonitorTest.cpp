@@ -99,8 +99,11 @@ TEST_F(ThreeFingerTouchMonitorTest, EachStartLoadsTheLibraryAnew) {
 TEST_F(ThreeFingerTouchMonitorTest, StoppedItHearsNothing) {
     monitor->start();
     library.touch(3);
+    const ContactFrameCallback late = library.callback();
     monitor->stop();
     EXPECT_FALSE(monitor->hasLatched());
+    late(&library, nullptr, 3, 0, 2);
+    EXPECT_FALSE(monitor->hasLatched()) << "a frame that was on its way";
     library.touch(0);
     monitor->start();
     EXPECT_EQ(monitor->currentContactCount(), 0) << "nobody has touched it since";
