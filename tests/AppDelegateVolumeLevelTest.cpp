@@ -68,6 +68,7 @@ TEST_F(VolumeLevel, WithoutAnyMeasurementTheLengthStaysSquare) {
 }
 
 TEST_F(VolumeLevel, FadesInHoldsAndFadesOut) {
+    bench.button().setAlphaValue(0.3);
     bench.showLevel(30);
     bench.pass(0.1);
     EXPECT_NEAR(bench.alpha(), 0.5, 0.01);

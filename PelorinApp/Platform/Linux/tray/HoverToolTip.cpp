@@ -1,7 +1,8 @@
 #include "Platform/Linux/tray/HoverToolTip.h"
 
+#include "Platform/Linux/windows/ToolkitScreens.h"
+
 #include <QApplication>
-#include <QScreen>
 #include <QToolTip>
 
 #include <utility>
@@ -51,25 +52,13 @@ void HoverToolTip::show() {
         return;
     }
     shown_ = QString::fromStdString(text_());
-    QToolTip::showText(toolkitPosition(*pointer), shown_); // hides it when there is no text
+    QToolTip::showText(toToolkit({pointer->x(), pointer->y()}),
+                       shown_); // hides it when there is no text
 }
 
 bool HoverToolTip::isShown() const {
     return !shown_.isEmpty() && hasToolTips() && QToolTip::isVisible() &&
            QToolTip::text() == shown_;
-}
-
-QPoint toolkitPosition(QPoint pixels) {
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        const QRect frame = screen->geometry();
-        const double ratio = screen->devicePixelRatio();
-        const QPoint within = pixels - frame.topLeft();
-        const QSize size = frame.size() * ratio;
-        if (QRect({}, size).contains(within)) {
-            return frame.topLeft() + within / ratio;
-        }
-    }
-    return pixels;
 }
 
 } // namespace quillon

@@ -40,8 +40,4 @@ class HoverToolTip {
     QString shown_;
 };
 
-/// Where a pixel of the root window is in the toolkit's coordinates, whose screens keep their top
-/// left corners and are scaled each by its own ratio.
-[[nodiscard]] QPoint toolkitPosition(QPoint pixels);
-
 } // namespace quillon

@@ -154,27 +154,27 @@ void QuickPopover::present() {
 
 void QuickPopover::place() {
     const auto geometry = surroundings_.displays.geometry();
-    const std::vector<ToolkitScreen> screens = toolkitScreens();
-    if (!geometry || screens.empty()) {
+    if (!geometry) {
         return;
     }
     const Rect frame =
         anchor_ ? screenOf(*anchor_, geometry->frames()) : geometry->frames().front();
-    const ToolkitScreen& target =
-        toolkitScreenAt(geometry->toPixels({frame.minX(), frame.maxY()}), screens);
-    const double pointsPerUnit = target.ratio / geometry->pixelsPerPoint();
+    const auto measure = ToolkitMeasure::of(frame, *geometry);
+    if (!measure) {
+        return;
+    }
     const PanelPlace* panel = surroundings_.panel;
     const auto panelRect = panel == nullptr ? std::nullopt : panel->panelOnScreen();
     const bool isVertical = panel != nullptr && panel->isVertical();
     const Size room = roomBeside(panelRect, isVertical, frame, gap);
     isFitting_ = true;
-    window_->fitInto(QSizeF(room.width / pointsPerUnit, room.height / pointsPerUnit).toSize());
+    window_->fitInto(measure->toUnits(room));
     isFitting_ = false;
-    const Size size{window_->width() * pointsPerUnit, window_->height() * pointsPerUnit};
+    const Size size = measure->toPoints(window_->size());
     const Rect place =
         anchor_ ? placePopover({*anchor_, frame, panelRect, isVertical}, preferredEdge_, size, gap)
                 : placePopoverWithoutAnchor(freeArea(*geometry), panelRect, isVertical, size, gap);
-    window_->setPosition(toToolkit(geometry->toPixels({place.minX(), place.maxY()}), target));
+    window_->setPosition(measure->cornerOf(place));
 }
 
 void QuickPopover::close() {

@@ -30,4 +30,36 @@ QPoint toToolkit(PixelPoint pixel, const ToolkitScreen& screen) {
             corner.y() + qRound((pixel.y - corner.y()) / screen.ratio)};
 }
 
+QPoint toToolkit(PixelPoint pixel) {
+    const auto screens = toolkitScreens();
+    return screens.empty() ? QPoint(pixel.x, pixel.y)
+                           : toToolkit(pixel, toolkitScreenAt(pixel, screens));
+}
+
+std::optional<ToolkitMeasure> ToolkitMeasure::of(const Rect& frame,
+                                                 const ScreenGeometry& geometry) {
+    const auto screens = toolkitScreens();
+    if (screens.empty()) {
+        return std::nullopt;
+    }
+    const PixelPoint corner = geometry.toPixels({frame.minX(), frame.maxY()});
+    return ToolkitMeasure(toolkitScreenAt(corner, screens), geometry);
+}
+
+ToolkitMeasure::ToolkitMeasure(const ToolkitScreen& screen, const ScreenGeometry& geometry)
+    : screen_(screen), geometry_(&geometry),
+      pointsPerUnit_(screen.ratio / geometry.pixelsPerPoint()) {}
+
+Size ToolkitMeasure::toPoints(QSize units) const {
+    return {units.width() * pointsPerUnit_, units.height() * pointsPerUnit_};
+}
+
+QSize ToolkitMeasure::toUnits(Size points) const {
+    return QSizeF(points.width / pointsPerUnit_, points.height / pointsPerUnit_).toSize();
+}
+
+QPoint ToolkitMeasure::cornerOf(const Rect& place) const {
+    return toToolkit(geometry_->toPixels({place.minX(), place.maxY()}), screen_);
+}
+
 } // namespace quillon

@@ -37,23 +37,19 @@ void WidgetMenus::openAt(const Menu& menu, Point corner, const Rect& around) {
     });
 
     const auto geometry = displays_.geometry();
-    const auto screens = toolkitScreens();
-    if (!geometry || screens.empty()) {
+    const Rect frame = geometry ? screenOf(around, geometry->frames()) : Rect();
+    const auto measure = geometry ? ToolkitMeasure::of(frame, *geometry) : std::nullopt;
+    if (!measure) {
         opened->openAt({});
         return;
     }
-    const Rect frame = screenOf(around, geometry->frames());
-    const ToolkitScreen& target =
-        toolkitScreenAt(geometry->toPixels({frame.minX(), frame.maxY()}), screens);
-    const double pointsPerUnit = target.ratio / geometry->pixelsPerPoint();
     opened->ensurePolished();
-    const QSize size = opened->sizeHint();
-    const Size points{size.width() * pointsPerUnit, size.height() * pointsPerUnit};
+    const Size points = measure->toPoints(opened->sizeHint());
     const auto panel = panel_ == nullptr ? std::nullopt : panel_->panelOnScreen();
     const Rect place = panel && panel->contains(corner)
                            ? placeMenuBeside(*panel, panel_->isVertical(), corner, frame, points)
                            : placeMenu(corner, around, frame, points);
-    opened->openAt(toToolkit(geometry->toPixels({place.minX(), place.maxY()}), target));
+    opened->openAt(measure->cornerOf(place));
 }
 
 } // namespace quillon
