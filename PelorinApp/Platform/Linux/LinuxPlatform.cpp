@@ -54,7 +54,7 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
       events_(
           session.runLoop, session.diagnostics, displays_, [this] { return server_.isGranted(); },
           helperProgram("quillon-watchdog")),
-      monitors_(ownWindows_),
+      monitors_(ownWindows_), windows_(session.runLoop, displays_),
       application_(currentEvent_), tray_{session.runLoop, session.diagnostics, currentEvent_,
                                          ownWindows_, sessionBusAddress()},
       statusBar_(tray_),

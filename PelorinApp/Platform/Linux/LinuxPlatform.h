@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/QtApplication.h"
+#include "Platform/Linux/applications/LinuxWindows.h"
 #include "Platform/Linux/session/AutostartLoginItem.h"
 #include "Platform/Linux/session/DesktopWorkspace.h"
 #include "Platform/Linux/session/InstalledFiles.h"
@@ -11,7 +12,6 @@
 #include "Platform/Linux/tray/LinuxStatusBar.h"
 #include "Platform/Linux/tray/TrayContext.h"
 #include "Platform/Linux/updates/FeedUpdaters.h"
-#include "Platform/Linux/windows/LinuxWindows.h"
 #include "Platform/Linux/windows/QtAnimator.h"
 #include "Platform/Linux/windows/QuickPopover.h"
 #include "Platform/Linux/windows/UpdateMessages.h"

@@ -1,8 +1,9 @@
 #include "Platform/Linux/tray/TrayAtoms.h"
 
+#include "Platform/Linux/x11/AtomBatch.h"
+
 #include <array>
 #include <string>
-#include <utility>
 
 namespace quillon {
 
@@ -22,32 +23,24 @@ int screenNumber(const X11Connection& connection) {
 } // namespace
 
 TrayAtoms::TrayAtoms(const X11Connection& connection) {
-    const std::array<std::pair<xcb_atom_t*, std::string>, 13> names{{
-        {&selection, "_NET_SYSTEM_TRAY_S" + std::to_string(screenNumber(connection))},
-        {&manager, "MANAGER"},
-        {&opcode, "_NET_SYSTEM_TRAY_OPCODE"},
-        {&visual, "_NET_SYSTEM_TRAY_VISUAL"},
-        {&orientation, "_NET_SYSTEM_TRAY_ORIENTATION"},
-        {&colors, "_NET_SYSTEM_TRAY_COLORS"},
-        {&embedInfo, "_XEMBED_INFO"},
-        {&windowName, "_NET_WM_NAME"},
-        {&utf8String, "UTF8_STRING"},
-        {&windowType, "_NET_WM_WINDOW_TYPE"},
-        {&dockType, "_NET_WM_WINDOW_TYPE_DOCK"},
-        {&clientList, "_NET_CLIENT_LIST"},
-        {&wallpaper, "_XROOTPMAP_ID"},
+    const std::string selectionName =
+        "_NET_SYSTEM_TRAY_S" + std::to_string(screenNumber(connection));
+    const std::array<WantedAtom, 13> names{{
+        {selectionName, &selection},
+        {"MANAGER", &manager},
+        {"_NET_SYSTEM_TRAY_OPCODE", &opcode},
+        {"_NET_SYSTEM_TRAY_VISUAL", &visual},
+        {"_NET_SYSTEM_TRAY_ORIENTATION", &orientation},
+        {"_NET_SYSTEM_TRAY_COLORS", &colors},
+        {"_XEMBED_INFO", &embedInfo},
+        {"_NET_WM_NAME", &windowName},
+        {"UTF8_STRING", &utf8String},
+        {"_NET_WM_WINDOW_TYPE", &windowType},
+        {"_NET_WM_WINDOW_TYPE_DOCK", &dockType},
+        {"_NET_CLIENT_LIST", &clientList},
+        {"_XROOTPMAP_ID", &wallpaper},
     }};
-    std::array<xcb_intern_atom_cookie_t, names.size()> asked{};
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const std::string& name = names[i].second;
-        asked[i] = xcb_intern_atom(connection.get(), 0, static_cast<std::uint16_t>(name.size()),
-                                   name.data());
-    }
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const XcbOwned<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(connection.get(), asked[i], nullptr));
-        *names[i].first = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-    }
+    internAtoms(connection.get(), names);
 }
 
 } // namespace quillon

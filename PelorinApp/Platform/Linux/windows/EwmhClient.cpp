@@ -1,9 +1,11 @@
 #include "Platform/Linux/windows/EwmhClient.h"
 
+#include "Platform/Linux/x11/AtomBatch.h"
+#include "Platform/Linux/x11/X11Properties.h"
+
 #include <QGuiApplication>
 
 #include <array>
-#include <cstring>
 #include <string>
 #include <utility>
 
@@ -28,16 +30,7 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
 
 /// A window's first 32-bit value of this property, or 0.
 std::uint32_t firstValue(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property) {
-    const XcbOwned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        connection,
-        xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1),
-        nullptr));
-    if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) < 4) {
-        return 0;
-    }
-    std::uint32_t value = 0;
-    std::memcpy(&value, xcb_get_property_value(reply.get()), sizeof value);
-    return value;
+    return cardinal(connection, window, property).value_or(0);
 }
 
 } // namespace
@@ -59,7 +52,7 @@ EwmhClient::EwmhClient(std::function<std::uint32_t()> inputTime)
     root_ = screenOf(connection_, screenNumber)->root;
 
     const std::string compositor = "_NET_WM_CM_S" + std::to_string(screenNumber);
-    const std::array<std::pair<std::string_view, xcb_atom_t*>, 12> names{{
+    const std::array<WantedAtom, 12> names{{
         {"_NET_ACTIVE_WINDOW", &atoms_.activeWindow},
         {compositor, &atoms_.compositor},
         {"_NET_WM_DESKTOP", &atoms_.desktop},
@@ -73,17 +66,7 @@ EwmhClient::EwmhClient(std::function<std::uint32_t()> inputTime)
         {"_NET_WM_USER_TIME_WINDOW", &atoms_.userTimeWindow},
         {"WM_STATE", &atoms_.wmState},
     }};
-    std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const std::string_view name = names[i].first;
-        cookies[i] =
-            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    }
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const XcbOwned<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(connection_, cookies[i], nullptr));
-        *names[i].second = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-    }
+    internAtoms(connection_, names);
 }
 
 bool EwmhClient::isWithdrawn(QWindow& window) const {
