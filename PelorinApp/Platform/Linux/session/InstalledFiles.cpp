@@ -32,6 +32,10 @@ std::filesystem::path helperProgram(std::string_view name) {
     return installedOrBeside("../libexec/quillon", name);
 }
 
+std::filesystem::path privateLibrary(std::string_view name) {
+    return installedOrBeside("../lib/quillon", name);
+}
+
 std::filesystem::path sharedFile(std::string_view name) {
     return installedOrBeside("../share/quillon", name);
 }

@@ -12,6 +12,9 @@ namespace quillon {
 /// one, as a build leaves them.
 [[nodiscard]] std::filesystem::path helperProgram(std::string_view name);
 
+/// A library that the program opens when it needs it: the same for libraries.
+[[nodiscard]] std::filesystem::path privateLibrary(std::string_view name);
+
 /// A file that the program reads: the same for shared files.
 [[nodiscard]] std::filesystem::path sharedFile(std::string_view name);
 
