@@ -1,10 +1,12 @@
 #include "support/XServer.h"
 
+#include "Platform/Linux/x11/LeftPressGrab.h"
 #include "Platform/Linux/x11/PanicChord.h"
 #include "Platform/Linux/x11/WheelGrabs.h"
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -29,6 +31,15 @@ std::string readDisplay(int descriptor) {
         number += c;
     }
     return number;
+}
+
+/// The device that is the pointer, for a client that speaks the input extension.
+xcb_input_device_id_t pointer(const X11Connection& connection) {
+    const XcbOwned<xcb_input_xi_get_client_pointer_reply_t> reply(
+        xcb_input_xi_get_client_pointer_reply(
+            connection.get(), xcb_input_xi_get_client_pointer(connection.get(), XCB_NONE),
+            nullptr));
+    return reply ? reply->deviceid : xcb_input_device_id_t{0};
 }
 
 } // namespace
@@ -78,12 +89,15 @@ void XServer::kill() {
 }
 
 XClient::XClient() : connection_(X11Connection::open()) {
-    const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_BUTTON_PRESS};
+    const std::array<std::uint32_t, 2> values{
+        1, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE};
     const xcb_window_t window = xcb_generate_id(connection_->get());
     xcb_create_window(connection_->get(), XCB_COPY_FROM_PARENT, window, connection_->root(), 0, 0,
                       1280, 800, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
     xcb_map_window(connection_->get(), window);
+    const XcbOwned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+        connection_->get(), xcb_input_xi_query_version(connection_->get(), 2, 3), nullptr));
     connection_->sync();
 }
 
@@ -141,11 +155,41 @@ bool XClient::canGrabPanicChord() const {
 }
 
 int XClient::wheelPresses() {
-    while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
-        wheelPresses_ += event->response_type == XCB_BUTTON_PRESS ? 1 : 0;
-    }
-    return wheelPresses_;
+    const auto& all = buttons();
+    return static_cast<int>(std::count_if(
+        all.begin(), all.end(), [](const std::string& each) { return each.starts_with("press"); }));
 }
+
+const std::vector<std::string>& XClient::buttons() {
+    while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
+        const bool isPress = event->response_type == XCB_BUTTON_PRESS;
+        if (isPress || event->response_type == XCB_BUTTON_RELEASE) {
+            const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(*event);
+            buttons_.push_back((isPress ? "press " : "release ") + std::to_string(button.detail));
+            latestState_ = button.state;
+        }
+    }
+    return buttons_;
+}
+
+unsigned XClient::buttonsDown() const {
+    constexpr unsigned every = 0x1F00;
+    const XcbOwned<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(
+        connection_->get(), xcb_query_pointer(connection_->get(), connection_->root()), nullptr));
+    return reply ? reply->mask & every : ~0U;
+}
+
+bool XClient::canGrabLeft() const {
+    xcb_grab_server(connection_->get());
+    LeftPressGrab grab(*connection_);
+    const bool can = grab.take(pointer(*connection_));
+    grab.release();
+    xcb_ungrab_server(connection_->get());
+    connection_->sync();
+    return can;
+}
+
+void XClient::grabLeft() const { LeftPressGrab(*connection_).take(pointer(*connection_)); }
 
 bool XClient::canGrabWheel() const {
     // Nobody else gets a turn meanwhile, or the question itself would be in their way.

@@ -46,8 +46,24 @@ class XClient {
     /// Whether a grab of it could be taken by this client at this moment.
     [[nodiscard]] bool canGrabPanicChord() const;
 
-    /// Wheel presses that this client's window has received so far.
+    /// Presses that this client's window has received so far.
     int wheelPresses();
+
+    /// The presses and releases that it has received so far, such as "press 1".
+    const std::vector<std::string>& buttons();
+
+    /// The modifiers and buttons that were down before the latest of them, as in core events.
+    [[nodiscard]] unsigned latestState() const { return latestState_; }
+
+    /// The buttons that are down now, as in core events.
+    [[nodiscard]] unsigned buttonsDown() const;
+
+    /// Whether a grab of the left button, of the input extension's kind, could be taken by this
+    /// client at this moment.
+    [[nodiscard]] bool canGrabLeft() const;
+
+    /// Takes it and keeps it.
+    void grabLeft() const;
 
     /// Whether wheel grabs like ours could be taken by this client at this moment.
     [[nodiscard]] bool canGrabWheel() const;
@@ -59,7 +75,8 @@ class XClient {
 
   private:
     std::unique_ptr<X11Connection> connection_;
-    int wheelPresses_ = 0;
+    std::vector<std::string> buttons_;
+    unsigned latestState_ = 0;
 };
 
 /// Processes this thread's events until the condition holds; false after a limit that no passing

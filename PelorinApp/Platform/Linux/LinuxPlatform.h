@@ -72,6 +72,7 @@ class LinuxPlatform {
     CurrentEvent currentEvent_;
     X11Displays displays_;
     X11Session server_;
+    PostedEvents postedEvents_;
     X11EventServices events_;
     OwnWindows ownWindows_;
     X11EventMonitors monitors_;

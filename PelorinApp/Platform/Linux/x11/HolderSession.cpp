@@ -14,9 +14,6 @@ namespace {
 /// nobody reaches a band and turns the wheel within eight milliseconds.
 constexpr std::chrono::milliseconds lookInterval{8};
 
-/// How long to wait before a watchdog that failed is tried again.
-constexpr std::chrono::seconds watchdogPause{5};
-
 /// How long another program must hold a device for that to be said.
 constexpr std::chrono::seconds lastingRefusal{1};
 
@@ -35,17 +32,21 @@ std::string refusalLine(const std::vector<std::uint8_t>& buttons) {
 
 HolderSession::HolderSession(const X11Connection& connection, const HolderHost& host)
     : connection_(connection), host_(host), probe_(connection), wheel_(connection),
-      poster_(connection),
+      leftPress_(connection), poster_(connection, host.postedEvents),
       devices_(connection, poster_, [this](const ScrollNotch& notch) { decideNotch(notch); }),
-      chord_(connection) {
+      chord_(connection), guard_(host.watchdog, host.diagnostic) {
+    host_.postedEvents.forget(); // what a session before this one has not carried out
     selectDeviceChanges();
 }
 
 HolderSession::~HolderSession() {
     if (!connection_.isBroken()) {
         disarm();
+        connection_.sync(); // a press may have been caught until now
         handleEvents();
         settleRelease();
+        poster_.releaseAll();
+        xcb_flush(connection_.get());
     }
 }
 
@@ -87,6 +88,10 @@ bool HolderSession::apply(HolderOrders orders) {
         armed_ = std::move(orders.armed);
         geometry_ = std::move(orders.geometry);
         isLookDue_ = true;
+        holdLeftPress();
+    }
+    for (const PostedButton& posted : orders.posts) {
+        post(posted);
     }
     if (orders.hasTaps && !chord_.isTaken()) {
         if (!chord_.take()) {
@@ -107,11 +112,32 @@ void HolderSession::adjustToArmed() {
         watch_.reset();
         letGo();
     }
+    if (!isArmedForPress() && leftPress_.isTaken()) {
+        leftPress_.release();
+    }
+}
+
+/// Wherever the pointer is: fingers that rest say for themselves how short this will be.
+void HolderSession::holdLeftPress() {
+    if (!isArmedForPress() || leftPress_.isTaken()) {
+        return;
+    }
+    ensureGuard();
+    if (!guard_.isRunning()) {
+        return;
+    }
+    refreshPointers();
+    if (leftPress_.take(pointers_.master)) {
+        wasLeftPressRefused_ = false;
+    } else if (!std::exchange(wasLeftPressRefused_, true)) {
+        host_.diagnostic("⚠️ Another program holds the left button; presses of it are left alone "
+                         "until it lets go");
+    }
 }
 
 /// Holds nothing until the taps are heard of again.
 void HolderSession::disarm() {
-    armed_ = std::make_shared<ArmedPlaces>();
+    armed_ = std::make_shared<ArmedTaps>();
     adjustToArmed();
 }
 
@@ -135,8 +161,11 @@ bool HolderSession::isInBand(const PointerProbe::State& pointer) const {
     if (!pointer.isOnOurScreen) {
         return false;
     }
-    const Point place = geometry_->toPoints(pointer.x, pointer.y);
-    return std::any_of(armed_->begin(), armed_->end(),
+    return areArmedAt(armed_->scrolls, geometry_->toPoints(pointer.x, pointer.y));
+}
+
+bool HolderSession::areArmedAt(const ArmedPlaces& places, Point place) const {
+    return std::any_of(places.begin(), places.end(),
                        [&](const ArmedAt& armedAt) { return armedAt(place, geometry_->frames()); });
 }
 
@@ -195,6 +224,10 @@ void HolderSession::readEarly() {
 }
 
 void HolderSession::handleExtensionEvent(const xcb_ge_generic_event_t& event) {
+    if (leftPress_.hasCaught(event)) {
+        decideLeftPress(reinterpret_cast<const xcb_input_button_press_event_t&>(event));
+        return;
+    }
     if (event.event_type == XCB_INPUT_HIERARCHY) {
         arePointersStale_ = true;
     } else {
@@ -209,7 +242,9 @@ void HolderSession::panicked() {
     }
     isPanicked_ = true;
     disarm();
-    xcb_ungrab_pointer(connection_.get(), XCB_CURRENT_TIME); // should a wheel's grab be active
+    if (wheel_.isActive()) {
+        xcb_ungrab_pointer(connection_.get(), XCB_CURRENT_TIME);
+    }
     xcb_flush(connection_.get());
     host_.panic();
 }
@@ -225,6 +260,18 @@ void HolderSession::decideWheel(const xcb_button_press_event_t& press) {
     } else {
         wheel_.pass(press);
     }
+}
+
+void HolderSession::decideLeftPress(const xcb_input_button_press_event_t& press) {
+    if (press.detail == leftButton && isArmedForPress()) {
+        const Point place = geometry_->toPoints(press.root_x >> 16, press.root_y >> 16);
+        if (areArmedAt(armed_->leftPresses, place) && ask(LeftPress{place}) == Verdict::consume) {
+            leftPress_.consume(press, devices_.ids());
+            poster_.swallow(leftButton); // should it have been a held device's
+            return;
+        }
+    }
+    leftPress_.pass(press);
 }
 
 void HolderSession::decideNotch(ScrollNotch notch) {
@@ -256,14 +303,31 @@ std::optional<Point> HolderSession::consumablePlace() {
     return geometry_->toPoints(pointer->x, pointer->y);
 }
 
-Verdict HolderSession::ask(const ScrollNotch& notch) {
+Verdict HolderSession::ask(const TapQuestion& question) {
     bool timedOut = false;
     const Verdict verdict =
-        host_.exchange.ask(notch, timedOut, host_.wakeMain, [this] { tellWatchdog(isHolding()); });
+        host_.exchange.ask(question, timedOut, host_.wakeMain, [this] { tellWatchdog(isHolding()); });
     if (timedOut) {
         disarm();
     }
     return verdict;
+}
+
+void HolderSession::post(const PostedButton& posted) {
+    if (posted.isDown) {
+        ensureGuard(); // it must come up again, whatever happens
+        refreshPointers();
+    }
+    if (poster_.buttonsDown() == 0) {
+        poster_.useDevice(pointers_.injected);
+    }
+    const auto send = [&] { poster_.post(posted.button, posted.isDown); };
+    if (posted.button == leftButton) {
+        leftPress_.letThrough(send);
+    } else {
+        send();
+    }
+    tellWatchdog(isHolding()); // before the server hears of it
 }
 
 /// Takes or releases what there is to hold, as the pointer's place asks for.
@@ -273,10 +337,7 @@ void HolderSession::look() {
     if (!isArmed()) {
         return;
     }
-    if (std::exchange(arePointersStale_, false)) {
-        pointers_ = queryPointerDevices(connection_, devices_.ids());
-        devices_.follow(pointers_);
-    }
+    refreshPointers();
     const auto pointer = probe_.look(pointers_.master);
     if (!pointer) {
         return;
@@ -288,8 +349,15 @@ void HolderSession::look() {
     }
 }
 
+void HolderSession::refreshPointers() {
+    if (std::exchange(arePointersStale_, false)) {
+        pointers_ = queryPointerDevices(connection_, devices_.ids());
+        devices_.follow(pointers_);
+    }
+}
+
 void HolderSession::holdHere(const PointerProbe::State& pointer) {
-    ensureWatchdog();
+    ensureGuard();
     tellWatchdog(true);
     // Wheel buttons only while no device with axes moves the pointer by itself. They send their
     // scrolling also as presses; a grab would catch those and wait for a release that, with the
@@ -310,7 +378,7 @@ void HolderSession::holdHere(const PointerProbe::State& pointer) {
 }
 
 void HolderSession::holdDevices() {
-    if (!watchdog_ || isPointerTakenByOther()) {
+    if (!guard_.isRunning() || isPointerTakenByOther()) {
         letGo(); // an open menu or a locked screen: its scrolling is not ours
         return;
     }
@@ -361,42 +429,31 @@ bool HolderSession::isQuiet() {
     return early_.empty();
 }
 
-void HolderSession::ensureWatchdog() {
-    if (watchdog_ || Clock::now() < nextWatchdogTry_) {
-        return;
-    }
-    connection_.sync(); // the window must be there before somebody names it
-    watchdog_ = Watchdog::start(host_.watchdog, probe_.window());
-    nextWatchdogTry_ = Clock::now() + watchdogPause;
-    if (!watchdog_) {
-        if (!std::exchange(wasWatchdogRefused_, true)) {
-            host_.diagnostic("⚠️ " + host_.watchdog.string() +
-                             " does not start; without it mice and touchpads are not held, and "
-                             "edge gestures do not work with them");
-        }
-    } else if (std::exchange(wasWatchdogRefused_, false)) {
-        host_.diagnostic("✅ The watchdog runs again");
+void HolderSession::ensureGuard() {
+    if (!guard_.isRunning()) {
+        connection_.sync(); // the window must be there before somebody names it
+        guard_.ensure(probe_.window());
     }
 }
 
 void HolderSession::tellWatchdog(bool isHolding) {
-    if (watchdog_ && !watchdog_->tell({isHolding ? 1U : 0U, poster_.buttonsDown()})) {
+    if (!guard_.tell({isHolding ? 1U : 0U, poster_.buttonsDown()})) {
         watchdogLost();
     }
 }
 
 void HolderSession::watchdogLost() {
-    watchdog_.reset();
-    if (!std::exchange(wasWatchdogLost_, Clock::now() < nextWatchdogTry_)) {
-        nextWatchdogTry_ = Clock::now(); // the first that does not live long is replaced at once
-    }
+    guard_.lost();
     connection_.sync();
     if (connection_.isBroken()) {
         return; // it has done its work
     }
     letGo();
+    if (leftPress_.isTaken()) {
+        leftPress_.release();
+    }
     isLookDue_ = true;
-    host_.diagnostic("⚠️ The watchdog has ended; input is let go of until another one runs");
+    guard_.sayLost();
 }
 
 void HolderSession::waitForNews() {
@@ -414,10 +471,8 @@ void HolderSession::waitForNews() {
         sources[raw].fd = rawEvents;
         sources[record].fd = records;
     }
-    if (watchdog_) {
-        sources[watchdog].fd = watchdog_->descriptor();
-        until = std::min(until, watchdog_->nextTell());
-    }
+    sources[watchdog].fd = guard_.descriptor();
+    until = std::min(until, guard_.nextTell());
     int timeout = -1;
     if (until != Clock::time_point::max()) {
         const auto wait = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());

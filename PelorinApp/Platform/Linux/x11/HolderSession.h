@@ -3,13 +3,14 @@
 #include "Platform/Diagnostics.h"
 #include "Platform/EventServices.h"
 #include "Platform/Linux/x11/HeldDevices.h"
+#include "Platform/Linux/x11/HolderGuard.h"
 #include "Platform/Linux/x11/InputPoster.h"
+#include "Platform/Linux/x11/LeftPressGrab.h"
 #include "Platform/Linux/x11/PanicChord.h"
 #include "Platform/Linux/x11/PointerDevices.h"
 #include "Platform/Linux/x11/PointerProbe.h"
 #include "Platform/Linux/x11/PointerWatch.h"
 #include "Platform/Linux/x11/TapExchange.h"
-#include "Platform/Linux/x11/Watchdog.h"
 #include "Platform/Linux/x11/WheelGrabs.h"
 #include "Platform/Linux/x11/X11Displays.h"
 
@@ -27,19 +28,33 @@ namespace quillon {
 
 using ArmedPlaces = std::vector<ArmedAt>;
 
+/// Where taps could consume, by what they are interested in.
+struct ArmedTaps {
+    ArmedPlaces scrolls;
+    ArmedPlaces leftPresses;
+};
+
+/// An event that a tool has made. `button` is the number that applications see.
+struct PostedButton {
+    std::uint8_t button = 0;
+    bool isDown = false;
+};
+
 /// What the holder is to do, as the main thread last said it.
 struct HolderOrders {
     bool stop = false;
     bool changed = false;    // since they were last taken
     bool isPanicked = false; // hold nothing until the tools are off
     bool hasTaps = false;    // somebody listens, armed or not: the panic chord is on
-    std::shared_ptr<const ArmedPlaces> armed = std::make_shared<ArmedPlaces>();
+    std::shared_ptr<const ArmedTaps> armed = std::make_shared<ArmedTaps>();
     X11Displays::GeometryRef geometry;
+    std::vector<PostedButton> posts; // in order, each to be carried out once
 };
 
 /// What a session needs of the program around it. All functions are called on the session's thread.
 struct HolderHost {
     TapExchange& exchange;
+    PostedEvents& postedEvents;
     std::filesystem::path watchdog; // the program to start
     int ordersDescriptor;           // readable when there are new orders
     std::function<HolderOrders()> takeOrders;
@@ -62,15 +77,21 @@ class HolderSession {
   private:
     using Clock = std::chrono::steady_clock;
 
-    [[nodiscard]] bool isArmed() const { return !armed_->empty() && geometry_ != nullptr; }
+    [[nodiscard]] bool isArmed() const { return !armed_->scrolls.empty() && geometry_ != nullptr; }
+    [[nodiscard]] bool isArmedForPress() const {
+        return !armed_->leftPresses.empty() && geometry_ != nullptr;
+    }
     [[nodiscard]] bool isHolding() const {
-        return wheel_.areTaken() || wheel_.isActive() || devices_.areHeld();
+        return wheel_.areTaken() || wheel_.isActive() || devices_.areHeld() ||
+               leftPress_.isTaken() || poster_.buttonsDown() != 0;
     }
     [[nodiscard]] bool isInBand(const PointerProbe::State& pointer) const;
+    [[nodiscard]] bool areArmedAt(const ArmedPlaces& places, Point place) const;
 
     void selectDeviceChanges() const;
     bool apply(HolderOrders orders);
     void adjustToArmed();
+    void holdLeftPress();
     void disarm();
     void letGo();
     void settleRelease();
@@ -82,17 +103,20 @@ class HolderSession {
     void handleExtensionEvent(const xcb_ge_generic_event_t& event);
     void panicked();
     void decideWheel(const xcb_button_press_event_t& press);
+    void decideLeftPress(const xcb_input_button_press_event_t& press);
     void decideNotch(ScrollNotch notch);
     [[nodiscard]] std::optional<Point> consumablePlace();
-    Verdict ask(const ScrollNotch& notch);
+    Verdict ask(const TapQuestion& question);
+    void post(const PostedButton& posted);
 
     void look();
+    void refreshPointers();
     void holdHere(const PointerProbe::State& pointer);
     void holdDevices();
     void leave(const PointerProbe::State& pointer);
     [[nodiscard]] bool isQuiet();
 
-    void ensureWatchdog();
+    void ensureGuard();
     void tellWatchdog(bool isHolding);
     void watchdogLost();
 
@@ -102,14 +126,15 @@ class HolderSession {
     const HolderHost& host_;
     PointerProbe probe_;
     WheelGrabs wheel_;
+    LeftPressGrab leftPress_;
     InputPoster poster_;
     HeldDevices devices_;
     PanicChord chord_;
     std::deque<XcbOwned<xcb_generic_event_t>> early_; // read before their turn
     std::unique_ptr<PointerWatch> watch_;
-    std::unique_ptr<Watchdog> watchdog_;
+    HolderGuard guard_;
     PointerDevices pointers_;
-    std::shared_ptr<const ArmedPlaces> armed_ = std::make_shared<ArmedPlaces>();
+    std::shared_ptr<const ArmedTaps> armed_ = std::make_shared<ArmedTaps>();
     X11Displays::GeometryRef geometry_;
     struct {
         std::optional<Point> place;
@@ -121,12 +146,10 @@ class HolderSession {
     bool isLookDue_ = false;
     int noisyTries_ = 0;
     Clock::time_point nextLook_ = Clock::now();
-    Clock::time_point nextWatchdogTry_ = Clock::now();
     std::vector<std::uint8_t> refusedWheel_;        // what stood in the way is said once per change
     std::optional<Clock::time_point> refusedSince_; // some device; nullopt when none is
     bool wasDeviceRefused_ = false;
-    bool wasWatchdogRefused_ = false;
-    bool wasWatchdogLost_ = false; // early in its life
+    bool wasLeftPressRefused_ = false;
 };
 
 } // namespace quillon

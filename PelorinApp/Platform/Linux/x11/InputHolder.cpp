@@ -13,8 +13,9 @@ constexpr std::chrono::seconds shortLife{1};
 
 } // namespace
 
-InputHolder::InputHolder(TapExchange& exchange, std::filesystem::path watchdog, Listener listener)
-    : exchange_(exchange), watchdog_(std::move(watchdog)), listener_(std::move(listener)),
+InputHolder::InputHolder(TapExchange& exchange, PostedEvents& postedEvents,
+                         std::filesystem::path watchdog, Listener listener)
+    : exchange_(exchange), postedEvents_(postedEvents), watchdog_(std::move(watchdog)), listener_(std::move(listener)),
       thread_([this] { run(); }) {}
 
 InputHolder::~InputHolder() {
@@ -32,8 +33,8 @@ void InputHolder::order(const Change& change) {
     ordersChanged_.wake();
 }
 
-void InputHolder::setTaps(bool exist, ArmedPlaces armed) {
-    auto places = std::make_shared<const ArmedPlaces>(std::move(armed));
+void InputHolder::setTaps(bool exist, ArmedTaps armed) {
+    auto places = std::make_shared<const ArmedTaps>(std::move(armed));
     order([&](HolderOrders& orders) {
         orders.hasTaps = exist;
         orders.armed = std::move(places);
@@ -42,6 +43,14 @@ void InputHolder::setTaps(bool exist, ArmedPlaces armed) {
 
 void InputHolder::setGeometry(X11Displays::GeometryRef geometry) {
     order([&](HolderOrders& orders) { orders.geometry = std::move(geometry); });
+}
+
+void InputHolder::post(PostedButton posted) {
+    {
+        const std::scoped_lock lock(mutex_);
+        orders_.posts.push_back(posted); // no change of what is armed
+    }
+    ordersChanged_.wake();
 }
 
 void InputHolder::resume() {
@@ -53,12 +62,14 @@ HolderOrders InputHolder::takeOrders() {
     const std::scoped_lock lock(mutex_);
     HolderOrders orders = orders_;
     orders_.changed = false;
+    orders_.posts.clear();
     return orders;
 }
 
 void InputHolder::run() {
     const HolderHost host{
         .exchange = exchange_,
+        .postedEvents = postedEvents_,
         .watchdog = watchdog_,
         .ordersDescriptor = ordersChanged_.descriptor(),
         .takeOrders = [this] { return takeOrders(); },

@@ -29,7 +29,8 @@ class InputHolder {
         std::function<void()> lost;  // the server is gone; the thread ends
     };
 
-    InputHolder(TapExchange& exchange, std::filesystem::path watchdog, Listener listener);
+    InputHolder(TapExchange& exchange, PostedEvents& postedEvents, std::filesystem::path watchdog,
+                Listener listener);
     InputHolder(const InputHolder&) = delete;
     InputHolder& operator=(const InputHolder&) = delete;
 
@@ -38,8 +39,12 @@ class InputHolder {
 
     /// Whether there are taps at all, and where they could consume, from now on. Any thread, as
     /// all that follow.
-    void setTaps(bool exist, ArmedPlaces armed);
+    void setTaps(bool exist, ArmedTaps armed);
     void setGeometry(X11Displays::GeometryRef geometry);
+
+    /// Posts it where the pointer is then, after all that was posted before and after the event
+    /// that was answered last.
+    void post(PostedButton posted);
 
     /// After a panic nothing is held, whatever is said, until this is called.
     void resume();
@@ -53,6 +58,7 @@ class InputHolder {
     void order(const Change& change);
 
     TapExchange& exchange_;
+    PostedEvents& postedEvents_;
     std::filesystem::path watchdog_;
     Listener listener_;
     WakeUp ordersChanged_;

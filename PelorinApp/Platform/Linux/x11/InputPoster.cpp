@@ -1,13 +1,12 @@
 #include "Platform/Linux/x11/InputPoster.h"
 
+#include "Platform/Linux/x11/DeviceButtons.h"
+
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <utility>
 
-#include <sys/uio.h>
-#include <xcb/xcbext.h>
 #include <xcb/xtest.h>
 
 namespace quillon {
@@ -30,42 +29,10 @@ double takeWhole(double& rest, double more) {
     return whole;
 }
 
-/// A movement of this axis by nothing at all. The bindings cannot say it: they leave no room for
-/// the axes of a device that is not the pointer.
-void fakeRelativeAxis(const X11Connection& connection, std::uint8_t firstEvent,
-                      xcb_input_device_id_t device, std::uint16_t axis) {
-    struct {
-        xcb_test_fake_input_request_t request{};
-        xcb_input_device_valuator_event_t axes{};
-    } message;
-    message.request.type = firstEvent + XCB_INPUT_DEVICE_MOTION_NOTIFY;
-    message.request.detail = relative;
-    message.request.deviceid = static_cast<std::uint8_t>(device);
-    message.axes.response_type = firstEvent + XCB_INPUT_DEVICE_VALUATOR;
-    message.axes.device_id = message.request.deviceid;
-    message.axes.first_valuator = static_cast<std::uint8_t>(axis);
-    message.axes.num_valuators = 1;
-    xcb_protocol_request_t request{1, &xcb_test_id, XCB_TEST_FAKE_INPUT, 1};
-    std::array<iovec, 3> parts{}; // the first two are the library's own
-    parts[2] = {&message, sizeof message};
-    xcb_send_request(connection.get(), 0, &parts[2], &request);
-}
-
 } // namespace
 
 void InputPoster::useDevice(xcb_input_device_id_t injected) {
-    const XcbOwned<xcb_input_get_device_button_mapping_reply_t> reply(
-        xcb_input_get_device_button_mapping_reply(
-            connection_.get(),
-            xcb_input_get_device_button_mapping(connection_.get(),
-                                                static_cast<std::uint8_t>(injected)),
-            nullptr));
-    buttonMap_.clear();
-    if (reply) {
-        const auto* first = xcb_input_get_device_button_mapping_map(reply.get());
-        buttonMap_.assign(first,
-                          first + xcb_input_get_device_button_mapping_map_length(reply.get()));
-    }
+    buttonMap_ = buttonMap(connection_, injected);
 }
 
 std::uint8_t InputPoster::physical(std::uint32_t button) const {
@@ -98,11 +65,38 @@ void InputPoster::release(std::uint32_t button) {
     if (number >= presses_.size()) {
         return;
     }
+    if (swallowed_[number] != 0) {
+        --swallowed_[number];
+        return;
+    }
     if (presses_[number] == 0) {
         press(button); // the server drops releases of what the device has not pressed
     }
     if (--presses_[number] == 0) {
         fake(XCB_BUTTON_RELEASE, number);
+    }
+}
+
+void InputPoster::swallow(std::uint32_t button) {
+    const std::uint8_t number = physical(button);
+    if (number < presses_.size()) {
+        if (std::exchange(isPosted_[number], false)) {
+            --presses_[number]; // no device will release it
+        }
+        swallowed_[number] += std::exchange(presses_[number], 0);
+    }
+}
+
+void InputPoster::post(std::uint32_t button, bool isDown) {
+    const std::uint8_t number = physical(button);
+    if (number >= presses_.size() || isPosted_[number] == isDown) {
+        return;
+    }
+    isPosted_[number] = isDown;
+    const bool isAlone = isDown ? presses_[number]++ == 0 : --presses_[number] == 0;
+    if (isAlone) {
+        postedEvents_.expect(number, isDown);
+        fake(isDown ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, number);
     }
 }
 
@@ -115,13 +109,9 @@ void InputPoster::scroll(std::uint8_t button) {
 void InputPoster::takePointer() { fake(XCB_MOTION_NOTIFY, relative); }
 
 void InputPoster::handBack(const ScrollDevice& device) const {
-    const auto* extension = xcb_get_extension_data(connection_.get(), &xcb_input_id);
-    if (extension == nullptr) {
-        return; // the connection is gone
-    }
     for (const auto& axis : {device.vertical, device.horizontal}) {
         if (axis) {
-            fakeRelativeAxis(connection_, extension->first_event, device.id, axis->number);
+            touchAxis(connection_, device.id, axis->number);
         }
     }
 }
@@ -129,9 +119,14 @@ void InputPoster::handBack(const ScrollDevice& device) const {
 void InputPoster::releaseAll() {
     for (std::size_t number = 0; number < presses_.size(); ++number) {
         if (std::exchange(presses_[number], 0) != 0) {
+            if (isPosted_[number]) {
+                postedEvents_.expect(static_cast<std::uint32_t>(number), false);
+            }
             fake(XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(number));
         }
     }
+    swallowed_ = {};
+    isPosted_ = {};
 }
 
 std::uint32_t InputPoster::buttonsDown() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/x11/PointerDevices.h"
+#include "Platform/Linux/x11/PostedEvents.h"
 #include "Platform/Linux/x11/X11Connection.h"
 
 #include <array>
@@ -18,7 +19,8 @@ namespace quillon {
 /// always safe, also while a finger is still on the real button.
 class InputPoster {
   public:
-    explicit InputPoster(const X11Connection& connection) : connection_(connection) {}
+    InputPoster(const X11Connection& connection, PostedEvents& postedEvents)
+        : connection_(connection), postedEvents_(postedEvents) {}
 
     /// Reads how the injecting device's buttons are numbered, as left-handed people change them.
     void useDevice(xcb_input_device_id_t injected);
@@ -36,6 +38,13 @@ class InputPoster {
     void press(std::uint32_t button);
     void release(std::uint32_t button);
 
+    /// Somebody has let go of the button although it is down here: its release is not to be posted.
+    void swallow(std::uint32_t button);
+
+    /// A press or release that no device has made. One that changes nothing is left out, such as
+    /// the release of what has been let go of meanwhile.
+    void post(std::uint32_t button, bool isDown);
+
     /// One notch of a wheel.
     void scroll(std::uint8_t button);
 
@@ -46,7 +55,7 @@ class InputPoster {
     /// would take the axes' place after it for the place before, and lose a notch.
     void handBack(const ScrollDevice& device) const;
 
-    /// Lets go of every button that is down on behalf of a held device.
+    /// Lets go of every button that is down, on behalf of a held device or posted.
     void releaseAll();
 
     /// Grows with everything that is posted.
@@ -62,8 +71,12 @@ class InputPoster {
     void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
 
     const X11Connection& connection_;
+    PostedEvents& postedEvents_;
     std::vector<std::uint8_t> buttonMap_;
-    std::array<std::uint8_t, mostButtons> presses_{}; // by physical number
+    // By physical number
+    std::array<std::uint8_t, mostButtons> presses_{};
+    std::array<std::uint8_t, mostButtons> swallowed_{}; // releases that are yet to come
+    std::array<bool, mostButtons> isPosted_{};
     std::uint64_t posted_ = 0;
     double restX_ = 0;
     double restY_ = 0;

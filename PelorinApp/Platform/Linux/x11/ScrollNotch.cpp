@@ -25,9 +25,9 @@ std::uint8_t buttonOfNotch(const ScrollNotch& notch) {
     return notch.direction > 0 ? right : left;
 }
 
-FieldEvent eventOfNotch(const ScrollNotch& notch) {
+FieldEvent eventOfNotch(const ScrollNotch& notch, Point location) {
     using enum EventField;
-    FieldEvent event;
+    FieldEvent event(EventType::scrollWheel, location, MouseButton::left);
     const bool vertical = notch.axis == ScrollNotch::Axis::vertical;
     if (notch.continuous) {
         event.setDoubleValueField(scrollIsContinuous, 1);

@@ -29,7 +29,8 @@ struct ScrollNotch {
 [[nodiscard]] ScrollNotch notchOfButton(std::uint8_t button, Point location);
 [[nodiscard]] std::uint8_t buttonOfNotch(const ScrollNotch& notch);
 
-/// As the taps get it: lines for a wheel, points for a touchpad.
-[[nodiscard]] FieldEvent eventOfNotch(const ScrollNotch& notch);
+/// As the taps get it: lines for a wheel, points for a touchpad. `location` is the notch's place
+/// with the origin at the main screen's top left.
+[[nodiscard]] FieldEvent eventOfNotch(const ScrollNotch& notch, Point location);
 
 } // namespace quillon

@@ -4,15 +4,16 @@
 
 namespace quillon {
 
-TapExchange::Question TapExchange::take(ScrollNotch& notch) {
+TapExchange::Question TapExchange::take(TapQuestion& question) {
     const std::scoped_lock lock(mutex_);
     switch (state_) {
     case State::asked:
         state_ = State::taken;
-        notch = notch_;
+        question = question_;
         return Question::open;
     case State::expiredUnseen:
         state_ = State::idle;
+        question = question_;
         return Question::expired;
     case State::idle:
     case State::taken:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/x11/ScrollNotch.h"
+#include "Platform/Linux/x11/TapQuestion.h"
 
 #include <algorithm>
 #include <chrono>
@@ -22,10 +22,10 @@ class TapExchange {
     /// `meanwhile` now and then. When no answer comes in time the event passes and `timedOut` is
     /// true.
     template <class WakeMain, class Meanwhile>
-    Verdict ask(const ScrollNotch& notch, bool& timedOut, const WakeMain& wakeMain,
+    Verdict ask(const TapQuestion& question, bool& timedOut, const WakeMain& wakeMain,
                 const Meanwhile& meanwhile) {
         std::unique_lock lock(mutex_);
-        notch_ = notch;
+        question_ = question;
         state_ = State::asked;
         lock.unlock();
         wakeMain();
@@ -50,9 +50,9 @@ class TapExchange {
 
     enum class Question { none, open, expired };
 
-    /// Main thread: what there is to answer. `expired` says that an event has passed which nobody
-    /// here has looked at.
-    Question take(ScrollNotch& notch);
+    /// Main thread: what there is to answer. `expired` says that this event has passed, and that
+    /// nobody here has looked at it.
+    Question take(TapQuestion& question);
 
     /// Main thread: answers what take() said was open. False when the answer came too late.
     bool answer(Verdict verdict);
@@ -75,7 +75,7 @@ class TapExchange {
     std::mutex mutex_;
     std::condition_variable answered_;
     State state_ = State::idle;
-    ScrollNotch notch_;
+    TapQuestion question_;
     Verdict verdict_ = Verdict::pass;
 };
 

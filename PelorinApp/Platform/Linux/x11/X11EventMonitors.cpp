@@ -32,13 +32,19 @@ std::optional<EventType> typeOf(unsigned button, bool isDown) {
     }
 }
 
-/// What the user wants the physical button to be: raw events know nothing of left-handed mice.
-unsigned mapped(const X11Connection& connection, std::uint32_t button) {
-    const XcbOwned<xcb_get_pointer_mapping_reply_t> reply(xcb_get_pointer_mapping_reply(
-        connection.get(), xcb_get_pointer_mapping(connection.get()), nullptr));
-    return reply && button >= 1 && button <= reply->map_len
-               ? xcb_get_pointer_mapping_map(reply.get())[button - 1]
-               : button;
+/// The types of raw events that a monitor with this mask needs.
+std::uint32_t rawEvents(std::uint64_t mask) {
+    constexpr std::uint64_t downs = eventMask(EventType::leftMouseDown) |
+                                    eventMask(EventType::rightMouseDown) |
+                                    eventMask(EventType::otherMouseDown);
+    std::uint32_t types = 0;
+    if ((mask & downs) != 0) {
+        types |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
+    }
+    if ((mask & buttonMask & ~downs) != 0) {
+        types |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+    }
+    return types;
 }
 
 } // namespace
@@ -56,6 +62,8 @@ class X11EventMonitors::Monitor final : public EventMonitor {
         }
     }
 
+    [[nodiscard]] std::uint64_t mask() const { return mask_; }
+
     void tell(EventType type) const {
         if ((mask_ & eventMask(type)) != 0) {
             handler_(type);
@@ -68,8 +76,8 @@ class X11EventMonitors::Monitor final : public EventMonitor {
     std::function<void(EventType)> handler_;
 };
 
-X11EventMonitors::X11EventMonitors(const OwnWindows& ownWindows)
-    : ownWindows_(ownWindows), self_(std::make_shared<X11EventMonitors*>(this)) {}
+X11EventMonitors::X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents)
+    : ownWindows_(ownWindows), postedEvents_(postedEvents), self_(std::make_shared<X11EventMonitors*>(this)) {}
 
 X11EventMonitors::~X11EventMonitors() { disconnect(); }
 
@@ -80,6 +88,7 @@ EventMonitorRef X11EventMonitors::addGlobalMonitor(std::uint64_t mask,
     }
     auto monitor = std::make_shared<Monitor>(self_, mask, std::move(handler));
     monitors_.push_back(monitor);
+    selectWanted();
     return monitor;
 }
 
@@ -91,7 +100,7 @@ bool X11EventMonitors::connect() {
         return true;
     }
     connection_ = X11Connection::open();
-    if (!connection_ || !selectButtons()) {
+    if (!connection_ || !mayMonitor()) {
         connection_.reset();
         return false;
     }
@@ -115,29 +124,55 @@ void X11EventMonitors::disconnect() {
     }
     notifier_.reset();
     connection_.reset();
+    selected_ = 0;
+    buttonMap_.clear();
 }
 
-bool X11EventMonitors::selectButtons() {
+bool X11EventMonitors::mayMonitor() const {
     if (!connection_->hasExtension(&xcb_input_id)) {
         return false;
     }
     const XcbOwned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
         connection_->get(), xcb_input_xi_query_version(connection_->get(), 2, 3), nullptr));
-    const bool isRecent = version && (version->major_version > 2 ||
-                                      (version->major_version == 2 && version->minor_version >= 1));
-    if (!isRecent) {
-        return false;
+    return version && (version->major_version > 2 ||
+                       (version->major_version == 2 && version->minor_version >= 1));
+}
+
+/// Only those that some monitor wants: each one would wake the program.
+void X11EventMonitors::selectWanted() {
+    std::uint64_t masks = 0;
+    for (const auto& each : monitors_) {
+        if (const auto monitor = each.lock()) {
+            masks |= monitor->mask();
+        }
+    }
+    const std::uint32_t wanted = rawEvents(masks);
+    if (std::exchange(selected_, wanted) == wanted) {
+        return;
     }
     // Of the masters: what a device does comes from it and again from its master.
     struct {
         xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
-        std::uint32_t mask =
-            XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+        std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_DEVICE_CHANGED;
     } selection;
-    const XcbOwned<xcb_generic_error_t> refused(xcb_request_check(
-        connection_->get(), xcb_input_xi_select_events_checked(
-                                connection_->get(), connection_->root(), 1, &selection.head)));
-    return !refused && !connection_->isBroken();
+    selection.mask |= wanted;
+    xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &selection.head);
+    connection_->sync();
+    postedEvents_.forget(); // what was posted so far did not come here
+}
+
+/// What the user wants the physical button to be: raw events know nothing of left-handed mice.
+unsigned X11EventMonitors::mapped(std::uint32_t button) const {
+    return button >= 1 && button <= buttonMap_.size() ? buttonMap_[button - 1] : button;
+}
+
+void X11EventMonitors::readMapping() {
+    const XcbOwned<xcb_get_pointer_mapping_reply_t> reply(xcb_get_pointer_mapping_reply(
+        connection_->get(), xcb_get_pointer_mapping(connection_->get()), nullptr));
+    if (reply) {
+        const auto* first = xcb_get_pointer_mapping_map(reply.get());
+        buttonMap_.assign(first, first + reply->map_len);
+    }
 }
 
 void X11EventMonitors::readEvents() {
@@ -157,12 +192,25 @@ void X11EventMonitors::readEvents() {
 }
 
 void X11EventMonitors::handleEvent(const xcb_generic_event_t& event) {
+    if (event.response_type == XCB_MAPPING_NOTIFY) {
+        buttonMap_.clear();
+    }
     if (event.response_type != XCB_GE_GENERIC) {
         return;
     }
     const auto& raw = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    const auto type =
-        typeOf(mapped(*connection_, raw.detail), raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS);
+    if (raw.event_type == XCB_INPUT_DEVICE_CHANGED) {
+        buttonMap_.clear(); // each device may have its own
+        return;
+    }
+    const bool isDown = raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS;
+    if (postedEvents_.claim(raw.detail, isDown)) {
+        return;
+    }
+    if (buttonMap_.empty()) {
+        readMapping();
+    }
+    const auto type = typeOf(mapped(raw.detail), isDown);
     if (!type || ownWindows_.contains(windowUnderPointer(raw.deviceid))) {
         return;
     }
@@ -197,6 +245,8 @@ void X11EventMonitors::forgetRemoved() {
     std::erase_if(monitors_, [](const auto& monitor) { return monitor.expired(); });
     if (monitors_.empty()) {
         disconnect();
+    } else if (connection_) {
+        selectWanted();
     }
 }
 

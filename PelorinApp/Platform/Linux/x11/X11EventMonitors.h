@@ -2,6 +2,7 @@
 
 #include "Platform/EventMonitors.h"
 #include "Platform/Linux/x11/OwnWindows.h"
+#include "Platform/Linux/x11/PostedEvents.h"
 #include "Platform/Linux/x11/X11Connection.h"
 
 #include <QSocketNotifier>
@@ -22,8 +23,9 @@ namespace quillon {
 /// When the server goes away the monitors fall silent.
 class X11EventMonitors final : public EventMonitors {
   public:
-    /// `ownWindows` must outlive this object. A handler must not destroy it.
-    explicit X11EventMonitors(const OwnWindows& ownWindows);
+    /// Both must outlive this object. `postedEvents` knows what this program posts. A handler must
+    /// not destroy this object.
+    X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents);
     ~X11EventMonitors() override;
 
     /// Also null for a mask without any mouse button.
@@ -35,15 +37,21 @@ class X11EventMonitors final : public EventMonitors {
 
     [[nodiscard]] bool connect();
     void disconnect();
-    [[nodiscard]] bool selectButtons();
+    [[nodiscard]] bool mayMonitor() const;
+    void selectWanted();
     void readEvents();
     void handleEvent(const xcb_generic_event_t& event);
+    void readMapping();
+    [[nodiscard]] unsigned mapped(std::uint32_t button) const;
     [[nodiscard]] xcb_window_t windowUnderPointer(xcb_input_device_id_t master) const;
     void forgetRemoved();
 
     const OwnWindows& ownWindows_;
+    PostedEvents& postedEvents_;
     std::vector<std::weak_ptr<Monitor>> monitors_;
     std::unique_ptr<X11Connection> connection_;
+    std::uint32_t selected_ = 0; // types of raw events
+    std::vector<std::uint8_t> buttonMap_;
     std::unique_ptr<QSocketNotifier> notifier_;
     QMetaObject::Connection aboutToBlock_;
     bool isReading_ = false;

@@ -1,5 +1,6 @@
 #include "Platform/Linux/x11/X11EventServices.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -10,6 +11,27 @@ namespace {
 /// How long an event may wait for the taps. The pointer stands still meanwhile, so it must stay
 /// below what a person takes for a fault.
 constexpr std::chrono::milliseconds tapPatience{200};
+
+std::string nameOf(EventType type) {
+    return type == EventType::leftMouseDown ? "press" : "scroll";
+}
+
+/// Nothing for what is no mouse button.
+std::optional<PostedButton> postedButton(const FieldEvent& event) {
+    switch (event.type()) {
+    case EventType::leftMouseDown:
+    case EventType::leftMouseUp:
+        return PostedButton{1, event.type() == EventType::leftMouseDown};
+    case EventType::rightMouseDown:
+    case EventType::rightMouseUp:
+        return PostedButton{3, event.type() == EventType::rightMouseDown};
+    case EventType::otherMouseDown:
+    case EventType::otherMouseUp:
+        return PostedButton{2, event.type() == EventType::otherMouseDown};
+    default:
+        return std::nullopt;
+    }
+}
 
 } // namespace
 
@@ -23,8 +45,8 @@ class X11EventServices::Tap final : public EventTap {
     ~Tap() override { services_.publishTaps(); }
 
     [[nodiscard]] bool isListening() const { return enabled && attached; }
-    [[nodiscard]] bool wantsScrolls() const {
-        return isListening() && (mask & eventMask(EventType::scrollWheel)) != 0;
+    [[nodiscard]] bool wants(EventType type) const {
+        return isListening() && (mask & eventMask(type)) != 0;
     }
 
     void setAttached(bool now) {
@@ -62,10 +84,10 @@ class X11EventServices::Source final : public RunLoopSource {
 
 X11EventServices::X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics,
                                    X11Displays& displays, std::function<bool()> mayTap,
-                                   std::filesystem::path watchdog)
+                                   std::filesystem::path watchdog, PostedEvents& postedEvents)
     : runLoop_(runLoop), diagnostics_(diagnostics), displays_(displays), mayTap_(std::move(mayTap)),
       watchdog_(std::move(watchdog)),
-      questionNotifier_(question_.descriptor(), QSocketNotifier::Read), exchange_(tapPatience),
+      questionNotifier_(question_.descriptor(), QSocketNotifier::Read), exchange_(tapPatience), postedEvents_(postedEvents),
       self_(std::make_shared<X11EventServices*>(this)) {
     QObject::connect(&questionNotifier_, &QSocketNotifier::activated, &questionNotifier_,
                      [this] { answerHolder(); });
@@ -114,13 +136,44 @@ void X11EventServices::setArmedAt(EventTap& tap, ArmedAt armedAt) {
     publishTaps();
 }
 
-EventRef X11EventServices::createEvent() { return nullptr; }
+EventRef X11EventServices::createEvent() {
+    if (!geometry_) {
+        return nullptr;
+    }
+    return std::make_unique<FieldEvent>(
+        EventType::scrollWheel, fromTopLeft(displays_.mouseLocation()), MouseButton::left);
+}
 
 EventRef X11EventServices::createMouseEvent(EventType type, Point position, MouseButton button) {
     return std::make_unique<FieldEvent>(type, position, button);
 }
 
-void X11EventServices::post(TapLocation /*location*/, const Event& /*event*/) {}
+void X11EventServices::post(TapLocation /*location*/, const Event& event) {
+    const auto posted = postedButton(static_cast<const FieldEvent&>(event));
+    if (!posted) {
+        return;
+    }
+    if (isAnswering_) {
+        posts_.push_back(*posted);
+    } else if (holder_) {
+        holder_->post(*posted);
+    }
+}
+
+/// What the callbacks have posted goes out after the event that they answered; nothing does when
+/// the answer came too late, and that event goes to the applications instead.
+void X11EventServices::settlePosts(bool areValid) {
+    for (const PostedButton& posted : posts_) {
+        if (areValid && holder_) {
+            holder_->post(posted);
+        }
+    }
+    posts_.clear();
+}
+
+Point X11EventServices::fromTopLeft(Point place) const {
+    return {place.x, geometry_->frames().front().height - place.y};
+}
 
 void X11EventServices::setPanicHandler(std::function<void()> handler) {
     panicHandler_ = std::move(handler);
@@ -141,13 +194,16 @@ void X11EventServices::publishTaps() {
         return;
     }
     const auto taps = living();
-    ArmedPlaces places;
+    ArmedTaps armed;
     for (const auto& tap : taps) {
-        if (tap->wantsScrolls() && tap->armedAt) {
-            places.push_back(tap->armedAt);
+        if (tap->armedAt && tap->wants(EventType::scrollWheel)) {
+            armed.scrolls.push_back(tap->armedAt);
+        }
+        if (tap->armedAt && tap->wants(EventType::leftMouseDown)) {
+            armed.leftPresses.push_back(tap->armedAt);
         }
     }
-    holder_->setTaps(!taps.empty(), std::move(places));
+    holder_->setTaps(!taps.empty(), std::move(armed));
 }
 
 void X11EventServices::startHolder() {
@@ -159,7 +215,7 @@ void X11EventServices::startHolder() {
         });
     };
     holder_ = std::make_unique<InputHolder>(
-        exchange_, watchdog_,
+        exchange_, postedEvents_, watchdog_,
         InputHolder::Listener{
             .wakeMain = [this] { question_.wake(); },
             .diagnostic = [this](const std::string& text) { diagnostics_.line(text); },
@@ -191,13 +247,17 @@ void X11EventServices::holderLost() {
 
 void X11EventServices::answerHolder() {
     question_.clear();
-    ScrollNotch notch;
-    switch (exchange_.take(notch)) {
+    TapQuestion question;
+    switch (exchange_.take(question)) {
     case TapExchange::Question::open: {
-        const Verdict verdict = runTaps(notch);
-        if (!exchange_.answer(verdict)) {
+        isAnswering_ = true;
+        const Verdict verdict = runTaps(question);
+        isAnswering_ = false;
+        const bool isInTime = exchange_.answer(verdict);
+        settlePosts(isInTime);
+        if (!isInTime) {
             if (const auto late = asked_.lock()) {
-                switchOff(*late);
+                switchOff(*late, typeOf(question));
             } else {
                 publishTaps(); // the holder has let go of everything, and waits to hear of the taps
             }
@@ -206,41 +266,44 @@ void X11EventServices::answerHolder() {
     }
     case TapExchange::Question::expired:
         // The whole main thread was busy: every tap has kept the event waiting.
-        switchOffAll();
+        switchOffAll(typeOf(question));
         break;
     case TapExchange::Question::none:
         break;
     }
 }
 
-Verdict X11EventServices::runTaps(const ScrollNotch& notch) {
-    FieldEvent event = eventOfNotch(notch);
-    const X11Displays::EventScope scope(displays_, notch.location);
+Verdict X11EventServices::runTaps(const TapQuestion& question) {
+    const EventType type = typeOf(question);
+    const Point location = locationOf(question);
+    FieldEvent event = eventOf(question, fromTopLeft(location));
+    const X11Displays::EventScope scope(displays_, location);
     // By index: a callback may change the list. Nothing here allocates.
     for (std::size_t i = 0; i < taps_.size() && exchange_.isAwaited(); ++i) {
         const auto tap = taps_[i].lock();
-        if (!tap || !tap->wantsScrolls()) {
+        if (!tap || !tap->wants(type)) {
             continue;
         }
         asked_ = tap;
-        if (tap->callback(EventType::scrollWheel, &event, tap->userInfo) == nullptr) {
+        if (tap->callback(type, &event, tap->userInfo) == nullptr) {
             return Verdict::consume;
         }
     }
     return Verdict::pass;
 }
 
-void X11EventServices::switchOff(Tap& tap) {
-    diagnostics_.line("⚠️ " + tap.toolId + " kept a scroll waiting; it was passed on");
+void X11EventServices::switchOff(Tap& tap, EventType waiting) {
+    diagnostics_.line("⚠️ " + tap.toolId + " kept a " + nameOf(waiting) +
+                      " waiting; it was passed on");
     tap.enabled = false;
     publishTaps();
     tap.callback(EventType::tapDisabledByTimeout, nullptr, tap.userInfo);
 }
 
-void X11EventServices::switchOffAll() {
+void X11EventServices::switchOffAll(EventType waiting) {
     for (const auto& tap : living()) {
-        if (tap->wantsScrolls()) {
-            switchOff(*tap);
+        if (tap->wants(waiting)) {
+            switchOff(*tap, waiting);
         }
     }
 }

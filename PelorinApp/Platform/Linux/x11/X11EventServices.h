@@ -22,9 +22,11 @@ namespace quillon {
 class X11EventServices final : public EventServices {
   public:
     /// `mayTap` says whether the X server grants input control at the moment.
-    /// `watchdog` is the program that guards the holder.
+    /// `watchdog` is the program that guards the holder. What is posted is written down in
+    /// `postedEvents`.
     X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics, X11Displays& displays,
-                     std::function<bool()> mayTap, std::filesystem::path watchdog);
+                     std::function<bool()> mayTap, std::filesystem::path watchdog,
+                     PostedEvents& postedEvents);
     ~X11EventServices() override;
 
     EventTapRef createTap(TapLocation location, TapPlacement placement, TapOptions options,
@@ -36,6 +38,10 @@ class X11EventServices final : public EventServices {
     void setArmedAt(EventTap& tap, ArmedAt armedAt) override;
     EventRef createEvent() override;
     EventRef createMouseEvent(EventType type, Point position, MouseButton button) override;
+
+    /// Presses and releases of mouse buttons only. They happen where the pointer is when the server
+    /// gets to them, whatever place they name: to move it there would take it out of the user's
+    /// hand. Before the first tap there is nothing that posts.
     void post(TapLocation location, const Event& event) override;
     void setPanicHandler(std::function<void()> handler) override;
 
@@ -47,9 +53,11 @@ class X11EventServices final : public EventServices {
     class Source;
 
     void answerHolder();
-    Verdict runTaps(const ScrollNotch& notch);
-    void switchOff(Tap& tap);
-    void switchOffAll();
+    Verdict runTaps(const TapQuestion& question);
+    void settlePosts(bool areValid);
+    [[nodiscard]] Point fromTopLeft(Point place) const;
+    void switchOff(Tap& tap, EventType waiting);
+    void switchOffAll(EventType waiting);
     void startHolder();
     void panicked();
     void holderLost();
@@ -67,6 +75,9 @@ class X11EventServices final : public EventServices {
     WakeUp question_;
     QSocketNotifier questionNotifier_;
     TapExchange exchange_;
+    PostedEvents& postedEvents_;
+    bool isAnswering_ = false;
+    std::vector<PostedButton> posts_; // of callbacks that have yet to answer
     std::shared_ptr<X11EventServices*> self_; // what work on the main queue holds weakly
     std::unique_ptr<InputHolder> holder_;     // last: its thread uses what stands above
 };

@@ -13,7 +13,9 @@ using Fields = std::map<EventField, double>;
 /// The fields of the event that are not 0.
 Fields fieldsOf(const ScrollNotch& notch) {
     using enum EventField;
-    const FieldEvent event = eventOfNotch(notch);
+    const FieldEvent event = eventOfNotch(notch, {5, 6});
+    EXPECT_EQ(event.type(), EventType::scrollWheel);
+    EXPECT_EQ(event.location(), (Point{5, 6}));
     Fields fields;
     for (const EventField field :
          {scrollLineDeltaAxis1, scrollLineDeltaAxis2, scrollIsContinuous,

@@ -13,6 +13,8 @@ using Question = TapExchange::Question;
 constexpr auto longPatience = 10'000ms; // never runs out in a test that passes
 const auto idle = [] {};                // what the asker does meanwhile
 
+int buttonOf(const TapQuestion& question) { return buttonOfNotch(std::get<ScrollNotch>(question)); }
+
 TEST(TapExchange, CarriesTheQuestionOverAndTheAnswerBack) {
     TapExchange exchange(longPatience);
     for (const Verdict verdict : {Verdict::consume, Verdict::pass}) {
@@ -23,10 +25,10 @@ TEST(TapExchange, CarriesTheQuestionOverAndTheAnswerBack) {
                 notchOfButton(4, {1, 2}), timedOut, [&] { woken.set_value(); }, idle);
         });
         woken.get_future().wait();
-        ScrollNotch notch;
-        ASSERT_EQ(exchange.take(notch), Question::open);
-        EXPECT_EQ(buttonOfNotch(notch), 4);
-        EXPECT_EQ(notch.location, (Point{1, 2}));
+        TapQuestion question;
+        ASSERT_EQ(exchange.take(question), Question::open);
+        EXPECT_EQ(buttonOf(question), 4);
+        EXPECT_EQ(locationOf(question), (Point{1, 2}));
         EXPECT_TRUE(exchange.isAwaited());
         EXPECT_TRUE(exchange.answer(verdict));
         EXPECT_EQ(answer.get(), verdict);
@@ -41,30 +43,30 @@ TEST(TapExchange, EventPassesWhenNobodyLooks) {
                   notchOfButton(4, {}), timedOut, [] {}, idle),
               Verdict::pass);
     EXPECT_TRUE(timedOut);
-    ScrollNotch notch;
-    EXPECT_EQ(exchange.take(notch), Question::expired) << "the taps must be told";
-    EXPECT_EQ(exchange.take(notch), Question::none) << "once";
+    TapQuestion question;
+    EXPECT_EQ(exchange.take(question), Question::expired) << "the taps must be told";
+    EXPECT_EQ(exchange.take(question), Question::none) << "once";
 }
 
 TEST(TapExchange, EventPassesWhenTheAnswerIsLate) {
     TapExchange exchange(1ms);
     bool timedOut = false;
-    ScrollNotch notch;
+    TapQuestion question;
     EXPECT_EQ(exchange.ask(
-                  notchOfButton(4, {}), timedOut, [&] { exchange.take(notch); }, idle),
+                  notchOfButton(4, {}), timedOut, [&] { exchange.take(question); }, idle),
               Verdict::pass);
     EXPECT_TRUE(timedOut);
     EXPECT_FALSE(exchange.isAwaited());
     EXPECT_FALSE(exchange.answer(Verdict::consume)) << "nobody waits for it";
-    EXPECT_EQ(exchange.take(notch), Question::none);
+    EXPECT_EQ(exchange.take(question), Question::none);
 }
 
 TEST(TapExchange, LateAnswerIsNotTakenForThatOfTheNextEvent) {
     TapExchange exchange(1ms);
     bool timedOut = false;
-    ScrollNotch notch;
+    TapQuestion question;
     (void)exchange.ask(
-        notchOfButton(4, {}), timedOut, [&] { exchange.take(notch); }, idle);
+        notchOfButton(4, {}), timedOut, [&] { exchange.take(question); }, idle);
     exchange.answer(Verdict::consume);
     EXPECT_EQ(exchange.ask(
                   notchOfButton(5, {}), timedOut, [] {}, idle),
@@ -74,28 +76,28 @@ TEST(TapExchange, LateAnswerIsNotTakenForThatOfTheNextEvent) {
 
 TEST(TapExchange, NoQuestionNoAnswer) {
     TapExchange exchange(longPatience);
-    ScrollNotch notch;
-    EXPECT_EQ(exchange.take(notch), Question::none);
+    TapQuestion question;
+    EXPECT_EQ(exchange.take(question), Question::none);
     EXPECT_FALSE(exchange.isAwaited());
 }
 
 TEST(TapExchange, LateAnswerLeavesTheNextQuestionOpen) {
     TapExchange exchange(1ms);
     bool timedOut = false;
-    ScrollNotch notch;
+    TapQuestion question;
     (void)exchange.ask(
-        notchOfButton(4, {}), timedOut, [&] { exchange.take(notch); }, idle);
+        notchOfButton(4, {}), timedOut, [&] { exchange.take(question); }, idle);
     Question seen = Question::none;
     const Verdict verdict = exchange.ask(
         notchOfButton(5, {}), timedOut,
         [&] {
             EXPECT_FALSE(exchange.answer(Verdict::consume)) << "that was for the first one";
-            seen = exchange.take(notch);
+            seen = exchange.take(question);
             EXPECT_TRUE(exchange.answer(Verdict::pass));
         },
         idle);
     EXPECT_EQ(seen, Question::open);
-    EXPECT_EQ(buttonOfNotch(notch), 5);
+    EXPECT_EQ(buttonOf(question), 5);
     EXPECT_EQ(verdict, Verdict::pass);
 }
 

@@ -51,7 +51,8 @@ struct X11EventMonitorsTest : testing::Test {
     Program foreign;
     Program own;
     OwnWindows ownWindows;
-    X11EventMonitors monitors{ownWindows};
+    PostedEvents postedEvents;
+    X11EventMonitors monitors{ownWindows, postedEvents};
     Types seen;
 
     X11EventMonitorsTest() { ownWindows.add(ResourceRange::of(own.connection->get())); }
@@ -247,7 +248,8 @@ TEST(X11EventMonitors, NullWithoutAServer) {
     const QCoreApplication application(argc, argv);
     setenv("DISPLAY", ":65000", 1);
     const OwnWindows none;
-    X11EventMonitors monitors(none);
+    PostedEvents nothing;
+    X11EventMonitors monitors(none, nothing);
     EXPECT_EQ(monitors.addGlobalMonitor(everyButton, [](EventType) {}), nullptr);
 }
 
@@ -258,7 +260,8 @@ TEST(X11EventMonitors, MonitorsMayOutliveThem) {
     const QCoreApplication application(argc, argv);
     const XServer server;
     const OwnWindows none;
-    auto monitors = std::make_unique<X11EventMonitors>(none);
+    PostedEvents nothing;
+    auto monitors = std::make_unique<X11EventMonitors>(none, nothing);
     auto held = monitors->addGlobalMonitor(everyButton, [](EventType) {});
     ASSERT_TRUE(held);
     monitors.reset();

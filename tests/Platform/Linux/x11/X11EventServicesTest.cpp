@@ -1,108 +1,13 @@
 // Taps on a real X server, in one process with the main thread under the test's control.
 
-#include "Platform/Linux/x11/X11EventServices.h"
+#include "TapBench.h"
 
-#include "Platform/Linux/session/QtRunLoop.h"
-#include "Platform/Linux/x11/X11Session.h"
-#include "Platform/Simulated/SimulatedDesktop.h"
-#include "support/XServer.h"
-
-#include <QCoreApplication>
-
-#include <gtest/gtest.h>
-
-#include <string>
 #include <thread>
-#include <vector>
 
 namespace quillon {
 namespace {
 
-/// A tap that writes down what it saw, and does as it is told.
-struct Probe {
-    X11Displays* displays = nullptr;
-    bool consumes = true;
-    std::function<void()> meanwhile; // runs inside the callback
-    std::vector<EventType> told;
-    std::vector<Point> places;
-    std::vector<std::pair<double, double>> deltas;
-    int number = 0;
-    std::vector<int>* order = nullptr;
-
-    static Event* callback(EventType type, Event* event, void* userInfo) {
-        auto& probe = *static_cast<Probe*>(userInfo);
-        if (event == nullptr) {
-            probe.told.push_back(type);
-            return nullptr;
-        }
-        if (probe.order != nullptr) {
-            probe.order->push_back(probe.number);
-        }
-        probe.places.push_back(probe.displays->mouseLocation());
-        probe.deltas.emplace_back(event->doubleValueField(EventField::scrollLineDeltaAxis1),
-                                  event->doubleValueField(EventField::scrollLineDeltaAxis2));
-        if (probe.meanwhile) {
-            probe.meanwhile();
-        }
-        return probe.consumes ? nullptr : event;
-    }
-};
-
-bool leftBand(Point pointer, std::span<const Rect> screens) {
-    return !screens.empty() && pointer.x <= 40;
-}
-
-struct X11EventServicesTest : testing::Test {
-    XServer server;
-    int argc = 1;
-    char name[5] = "test";
-    char* argv[2] = {name, nullptr};
-    QCoreApplication application{argc, argv};
-    QtRunLoop loop;
-    std::vector<std::string> lines;
-    std::mutex mutex;
-    SimulatedDiagnostics diagnostics{[this](std::string_view, const std::string& text) {
-        const std::scoped_lock lock(mutex);
-        lines.push_back(text);
-    }};
-    X11Displays displays;
-    bool lost = false;
-    X11Session session{diagnostics, displays, [this] { lost = true; }};
-    X11EventServices events{loop, diagnostics, displays, [this] { return session.isGranted(); },
-                            QUILLON_WATCHDOG};
-    XClient client;
-
-    EventTapRef tap(Probe& probe) {
-        probe.displays = &displays;
-        EXPECT_TRUE(session.isProcessTrusted());
-        auto made =
-            events.createTap(TapLocation::hid, TapPlacement::headInsert, TapOptions::filtering,
-                             eventMask(EventType::scrollWheel), Probe::callback, &probe, "probe");
-        loop.addSource(events.createRunLoopSource(made));
-        events.setArmedAt(*made, leftBand);
-        events.enableTap(*made, true);
-        return made;
-    }
-
-    /// A tap in whose band the pointer is, once the wheel is held.
-    EventTapRef heldTap(Probe& probe) {
-        client.movePointer(10, 400);
-        auto made = tap(probe);
-        EXPECT_TRUE(waitUntilHeld());
-        return made;
-    }
-
-    bool waitUntilHeld() {
-        return waitUntil([this] { return !client.canGrabWheel(); });
-    }
-    bool waitUntilFree() {
-        return waitUntil([this] { return client.canGrabWheel(); });
-    }
-    std::size_t lineCount() {
-        const std::scoped_lock lock(mutex);
-        return lines.size();
-    }
-};
+using X11EventServicesTest = TapBench;
 
 TEST_F(X11EventServicesTest, HoldsOnlyWhileThePointerIsInTheBand) {
     Probe probe;
@@ -146,6 +51,7 @@ TEST_F(X11EventServicesTest, ConsumesWithTheFieldsOfEachButton) {
         EXPECT_EQ(probe.deltas[0], deltas) << int{button};
     }
     EXPECT_EQ(probe.places.back(), (Point{10, 400}));
+    EXPECT_EQ(probe.eventPlaces.back(), (Point{10, 400})) << "here the middle is the middle";
     client.connection().sync();
     EXPECT_EQ(client.wheelPresses(), 0);
 }
