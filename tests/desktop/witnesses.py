@@ -27,6 +27,7 @@ def built(name: str, place: str) -> pathlib.Path:
 
 QUILLON = built("QUILLON", "quillon")
 GTK3_CLIENT = built("GTK3_CLIENT", "tests/desktop/clients/gtk3_client")
+PLAIN_WINDOWS = built("PLAIN_WINDOWS", "tests/desktop/clients/plain_windows")
 QT6_CLIENT = built("QT6_CLIENT", "tests/desktop/clients/qt6_client")
 SHELL_WITH_SCREEN = built("SHELL_WITH_SCREEN", "tests/desktop/clients/shell_with_screen")
 X11_PROBE = built("X11_PROBE", "tests/desktop/clients/x11_probe")
