@@ -240,6 +240,8 @@ std::optional<DesktopFacts> readDesktop(const WindowLink& link) {
         windows.push_back(facts.frontWindow);
     }
     const AskedProcesses askedProcesses(link, windows);
+    // Waiting for the first answer alone would send no more than its question.
+    xcb_flush(x);
 
     facts.windows.reserve(asked.size());
     for (const AskedWindow& each : asked) {

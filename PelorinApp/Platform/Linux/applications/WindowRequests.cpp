@@ -49,6 +49,7 @@ WindowRequests::Scene WindowRequests::look(std::span<const xcb_window_t> windows
     for (const xcb_window_t window : windows) {
         asked.emplace_back(link_, window);
     }
+    xcb_flush(x); // all of it, or waiting for the first answer would send only its question
 
     const auto stackingReply = askedStacking.reply();
     const auto stacking = valuesOf(stackingReply);
