@@ -31,6 +31,7 @@ PLAIN_WINDOWS = built("PLAIN_WINDOWS", "tests/desktop/clients/plain_windows")
 QT6_CLIENT = built("QT6_CLIENT", "tests/desktop/clients/qt6_client")
 SHELL_WITH_SCREEN = built("SHELL_WITH_SCREEN", "tests/desktop/clients/shell_with_screen")
 X11_PROBE = built("X11_PROBE", "tests/desktop/clients/x11_probe")
+TOUCH_PROBE = built("TOUCH_PROBE", "tests/desktop/clients/touch_probe")
 
 
 def wheel_is_free(desktop) -> bool:

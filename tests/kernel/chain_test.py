@@ -4,7 +4,8 @@ import device_tests  # noqa: F401  (first: it puts the kernel's devices into the
 from device_desktop import CENTRE, DeviceTest, total
 from devices import await_taken
 from quillon_desktop import BAND, WIDTH
-from uinput_devices import HORIZONTAL, NOTCH, VERTICAL, CoarseMouse, Tablet, Touchpad
+from uinput_devices import HORIZONTAL, NOTCH, VERTICAL, CoarseMouse, Tablet
+from uinput_touchpads import Touchpad
 from witnesses import X11_PROBE, wait_until
 
 DIRECTIONS = ("up", "down", "left", "right")

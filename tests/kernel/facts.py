@@ -5,7 +5,8 @@ import re
 import sys
 
 from kernel_desktop import KernelDesktop
-from uinput_devices import CoarseMouse, Mouse, Tablet, Touchpad
+from uinput_devices import CoarseMouse, Mouse, Tablet
+from uinput_touchpads import Touchpad
 from witnesses import wait_until
 
 

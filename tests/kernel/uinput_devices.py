@@ -31,10 +31,7 @@ UI_GET_SYSNAME = 2 << 30 | 80 << 16 | ord("U") << 8 | 44
 EV_SYN, EV_KEY, EV_REL, EV_ABS = 0, 1, 2, 3
 REL_X, REL_Y, REL_HWHEEL, REL_WHEEL, REL_WHEEL_HI_RES, REL_HWHEEL_HI_RES = 0, 1, 6, 8, 11, 12
 BTN_LEFT, BTN_RIGHT, BTN_MIDDLE, BTN_SIDE, BTN_EXTRA = 0x110, 0x111, 0x112, 0x113, 0x114
-BTN_TOOL_FINGER, BTN_TOUCH, BTN_TOOL_DOUBLETAP = 0x145, 0x14a, 0x14d
-ABS_X, ABS_Y, ABS_MT_SLOT = 0x00, 0x01, 0x2f
-ABS_MT_POSITION_X, ABS_MT_POSITION_Y, ABS_MT_TRACKING_ID = 0x35, 0x36, 0x39
-INPUT_PROP_POINTER, INPUT_PROP_BUTTONPAD = 0, 2
+ABS_X, ABS_Y = 0x00, 0x01
 BUS_USB, BUS_I2C = 0x03, 0x18
 
 BUTTONS = {1: BTN_LEFT, 2: BTN_MIDDLE, 3: BTN_RIGHT, 8: BTN_SIDE, 9: BTN_EXTRA}  # X's numbers
@@ -251,70 +248,3 @@ class Tablet(Wheeled):
     def _describe(self) -> None:
         self._declare(BUS_USB, {EV_KEY: BUTTONS.values(), EV_REL: self._wheel_codes()},
                       [(ABS_X, self.GREATEST, 0), (ABS_Y, self.GREATEST, 0)])
-
-
-class Touchpad(Device):
-    """One that is itself a button, and sees each finger."""
-
-    UNITS = 40  # per millimetre
-    WIDTH, HEIGHT = 100, 60  # millimetres
-    TOOLS = (0, BTN_TOOL_FINGER, BTN_TOOL_DOUBLETAP)
-    REPORT = 0.008  # seconds from one to the next
-
-    def touch(self, *places) -> None:
-        """A finger on each place, in millimetres."""
-        self._places = list(places)
-        events = []
-        for slot in range(len(places)):
-            self._touches += 1
-            events += [(EV_ABS, ABS_MT_SLOT, slot), (EV_ABS, ABS_MT_TRACKING_ID, self._touches),
-                       *self._place(slot)]
-        self._report(*events, (EV_KEY, BTN_TOUCH, 1), (EV_KEY, self.TOOLS[len(places)], 1))
-
-    def slide(self, dx: float, dy: float, steps: int) -> None:
-        """All fingers, by so much in all."""
-        begin = self._places
-        for step in range(1, steps + 1):
-            self._places = [(x + dx * step / steps, y + dy * step / steps) for x, y in begin]
-            self._report(*(event for slot in range(len(begin))
-                           for event in ((EV_ABS, ABS_MT_SLOT, slot), *self._place(slot))))
-
-    def lift(self) -> None:
-        slots = range(len(self._places))
-        self._report(*(event for slot in slots for event in
-                       ((EV_ABS, ABS_MT_SLOT, slot), (EV_ABS, ABS_MT_TRACKING_ID, -1))),
-                     (EV_KEY, BTN_TOUCH, 0), (EV_KEY, self.TOOLS[len(slots)], 0))
-
-    def scroll(self, direction: str, millimetres: float, steps=0) -> None:
-        """With two fingers; up is what turns the content as a wheel does that turns up, which is
-        fingers going up."""
-        dx, dy = {"up": (0, -1), "down": (0, 1), "left": (-1, 0), "right": (1, 0)}[direction]
-        x, y = (middle - way * millimetres / 2
-                for middle, way in ((self.WIDTH / 2, dx), (self.HEIGHT / 2, dy)))
-        raw, key = self._desktop.raw_events, self.number
-        before = raw.stops[key]
-        self.touch((x - 10, y), (x + 10, y))
-        self.slide(dx * millimetres, dy * millimetres, steps or max(4, round(2 * millimetres)))
-        self.lift()
-        raw.wait_until(lambda: raw.stops[key] > before,
-                       lambda: f"the X server gets the end of the scrolling of {self.name}")
-
-    def _place(self, slot: int):
-        x, y = (round(place * self.UNITS) for place in self._places[slot])
-        return [(EV_ABS, ABS_MT_POSITION_X, x), (EV_ABS, ABS_MT_POSITION_Y, y)]
-
-    def _report(self, *events) -> None:
-        (_, _, x), (_, _, y) = self._place(0)
-        await_turn(self._reported + self.REPORT, self._file, self.name)
-        self._send(*events, (EV_ABS, ABS_X, x), (EV_ABS, ABS_Y, y))
-        self._reported = time.monotonic()
-
-    def _describe(self) -> None:
-        self._touches, self._reported = 0, 0.0
-        width, height = self.WIDTH * self.UNITS, self.HEIGHT * self.UNITS
-        self._declare(
-            BUS_I2C, {EV_KEY: [BTN_LEFT, BTN_TOUCH, *self.TOOLS[1:]]},
-            [(ABS_X, width, self.UNITS), (ABS_Y, height, self.UNITS), (ABS_MT_SLOT, 4, 0),
-             (ABS_MT_TRACKING_ID, 65535, 0), (ABS_MT_POSITION_X, width, self.UNITS),
-             (ABS_MT_POSITION_Y, height, self.UNITS)],
-            [INPUT_PROP_POINTER, INPUT_PROP_BUTTONPAD])

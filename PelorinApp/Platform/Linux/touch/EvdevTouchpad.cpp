@@ -18,12 +18,13 @@ namespace {
 
 template <unsigned int count>
 void letThrough(int fd, unsigned int type, std::initializer_list<unsigned int> codes) {
-    std::array<std::uint8_t, count / 8 + 1> bits{};
+    using Word = unsigned long; // the kernel takes nothing but whole ones
+    constexpr unsigned int wordBits = sizeof(Word) * 8;
+    std::array<Word, (count + wordBits - 1) / wordBits> bits{};
     for (const unsigned int code : codes) {
-        bits[code / 8] = static_cast<std::uint8_t>(bits[code / 8] | 1U << code % 8);
+        bits[code / wordBits] |= Word{1} << code % wordBits;
     }
-    const input_mask mask{type, static_cast<std::uint32_t>(bits.size()),
-                          reinterpret_cast<std::uintptr_t>(bits.data())};
+    const input_mask mask{type, sizeof bits, reinterpret_cast<std::uintptr_t>(bits.data())};
     // Where the kernel is too old for it we are woken more often, and that is all.
     ioctl(fd, EVIOCSMASK, &mask);
 }

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Platform/Linux/session/FileDescriptor.h"
+
+#include <functional>
+#include <mutex>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include <linux/input.h>
+
+namespace quillon {
+
+/// A touchpad in the shape that the kernel shows it in: a file of events that answers questions
+/// (ioctl). Linking FakeEvdev.cpp puts it in front of the C library's function. Any thread.
+class FakeEvdev {
+  public:
+    struct Event {
+        unsigned int type, code;
+        int value;
+    };
+
+    /// Without slots it knows only how many fingers there are, by its keys.
+    explicit FakeEvdev(int slots);
+    FakeEvdev(const FakeEvdev&) = delete;
+    FakeEvdev& operator=(const FakeEvdev&) = delete;
+    ~FakeEvdev();
+
+    /// A file of it, as one that opens it gets it. Not open once it is unplugged.
+    [[nodiscard]] FileDescriptor open();
+
+    [[nodiscard]] int timesOpened();
+
+    /// Fingers in these slots and no others; in one frame, with their keys.
+    void hold(const std::set<int>& slots);
+
+    /// The same, but nobody is told: what was sent is lost, and readers are told that much.
+    void holdAndDrop(const std::set<int>& slots);
+
+    /// What was sent and not read is lost, too.
+    void unplug();
+
+    /// Called while somebody asks for the state of its slots.
+    void onQuestion(std::function<void()> asked);
+
+    /// How it answers; negative for what it does not know.
+    int answer(unsigned long request, void* argument);
+
+    /// The one that a file belongs to; null for other files.
+    static FakeEvdev* of(int fd);
+
+  private:
+    std::vector<Event> change(const std::set<int>& slots);
+    void send(const std::vector<Event>& events);
+
+    std::recursive_mutex mutex_;
+    std::vector<int> ids_; // by slot
+    std::set<unsigned int> keys_;
+    int slot_ = 0;
+    int nextId_ = 1;
+    std::vector<FileDescriptor> writers_; // one for each that has it open
+    std::vector<int> readers_;            // all that ever were
+    bool isPlugged_ = true;
+    std::function<void()> asked_;
+};
+
+} // namespace quillon
