@@ -274,6 +274,7 @@ class TouchpadsComeAndGo(TouchTest):
             probe.expect(2)
             other.lift()
         other.touch(*PLACES[:3])
+        os.chmod(other.node(), 0o400)
         self.desktop.run("udevadm", "trigger", "--action=change", f"--name-match={other.node()}")
         probe.expect(3)
 
