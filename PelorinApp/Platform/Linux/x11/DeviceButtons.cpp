@@ -67,7 +67,7 @@ std::vector<std::uint8_t> buttonsDown(const xcb_input_xi_device_info_t& info) {
 
 } // namespace
 
-std::vector<std::uint8_t> buttonMap(const X11Connection& connection, xcb_input_device_id_t device) {
+ButtonMap buttonMap(const X11Connection& connection, xcb_input_device_id_t device) {
     const XcbOwned<xcb_input_get_device_button_mapping_reply_t> reply(
         xcb_input_get_device_button_mapping_reply(
             connection.get(),
@@ -81,6 +81,12 @@ std::vector<std::uint8_t> buttonMap(const X11Connection& connection, xcb_input_d
     return {first, first + xcb_input_get_device_button_mapping_map_length(reply.get())};
 }
 
+std::uint8_t buttonThatCountsAs(std::uint32_t button, const ButtonMap& map) {
+    const auto found = std::find(map.begin(), map.end(), button);
+    return static_cast<std::uint8_t>(found == map.end() ? button
+                                                        : std::distance(map.begin(), found) + 1);
+}
+
 void releaseOnDevices(const X11Connection& connection, std::uint8_t button,
                       xcb_input_device_id_t master, std::span<const xcb_input_device_id_t> held) {
     const XcbOwned<xcb_input_xi_query_device_reply_t> devices(xcb_input_xi_query_device_reply(
@@ -89,6 +95,7 @@ void releaseOnDevices(const X11Connection& connection, std::uint8_t button,
     if (!devices) {
         return;
     }
+    const std::uint8_t ofDevices = buttonThatCountsAs(button, buttonMap(connection, master));
     auto infos = xcb_input_xi_query_device_infos_iterator(devices.get());
     for (; infos.rem > 0; xcb_input_xi_device_info_next(&infos)) {
         const auto& info = *infos.data;
@@ -99,9 +106,9 @@ void releaseOnDevices(const X11Connection& connection, std::uint8_t button,
             continue;
         }
         const auto down = buttonsDown(info);
-        const auto map = down.empty() ? down : buttonMap(connection, info.deviceid);
+        const auto map = down.empty() ? ButtonMap{} : buttonMap(connection, info.deviceid);
         for (const std::uint8_t physical : down) {
-            if (physical <= map.size() && map[physical - 1] == button) {
+            if (physical <= map.size() && map[physical - 1] == ofDevices) {
                 fakeRelease(connection, info.deviceid, physical);
             }
         }

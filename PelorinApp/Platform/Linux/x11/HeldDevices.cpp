@@ -47,7 +47,7 @@ void HeldDevices::follow(const PointerDevices& now) {
 bool HeldDevices::take(const PointerDevices& pointers, xcb_input_device_id_t mover) {
     if (held_.empty()) {
         lastActive_ = mover;
-        poster_.useDevice(pointers.injected);
+        poster_.useDevice(pointers);
     }
     bool tookAll = true;
     bool tookSome = false;

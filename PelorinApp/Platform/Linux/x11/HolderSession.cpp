@@ -319,7 +319,7 @@ void HolderSession::post(const PostedButton& posted) {
         refreshPointers();
     }
     if (poster_.buttonsDown() == 0) {
-        poster_.useDevice(pointers_.injected);
+        poster_.useDevice(pointers_);
     }
     const auto send = [&] { poster_.post(posted.button, posted.isDown); };
     if (posted.button == leftButton) {

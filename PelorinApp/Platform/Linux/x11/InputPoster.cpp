@@ -1,7 +1,5 @@
 #include "Platform/Linux/x11/InputPoster.h"
 
-#include "Platform/Linux/x11/DeviceButtons.h"
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -31,14 +29,17 @@ double takeWhole(double& rest, double more) {
 
 } // namespace
 
-void InputPoster::useDevice(xcb_input_device_id_t injected) {
-    buttonMap_ = buttonMap(connection_, injected);
+void InputPoster::useDevice(const PointerDevices& pointers) {
+    buttonMap_ = buttonMap(connection_, pointers.injected);
+    pointerMap_ = buttonMap(connection_, pointers.master);
 }
 
 std::uint8_t InputPoster::physical(std::uint32_t button) const {
-    const auto found = std::find(buttonMap_.begin(), buttonMap_.end(), button);
-    return static_cast<std::uint8_t>(
-        found == buttonMap_.end() ? button : std::distance(buttonMap_.begin(), found) + 1);
+    return buttonThatCountsAs(button, buttonMap_);
+}
+
+std::uint8_t InputPoster::physicalForApplications(std::uint32_t button) const {
+    return physical(buttonThatCountsAs(button, pointerMap_));
 }
 
 void InputPoster::moveBy(double dx, double dy) {
@@ -78,7 +79,7 @@ void InputPoster::release(std::uint32_t button) {
 }
 
 void InputPoster::swallow(std::uint32_t button) {
-    const std::uint8_t number = physical(button);
+    const std::uint8_t number = physicalForApplications(button);
     if (number < presses_.size()) {
         if (std::exchange(isPosted_[number], false)) {
             --presses_[number]; // no device will release it
@@ -88,7 +89,7 @@ void InputPoster::swallow(std::uint32_t button) {
 }
 
 void InputPoster::post(std::uint32_t button, bool isDown) {
-    const std::uint8_t number = physical(button);
+    const std::uint8_t number = physicalForApplications(button);
     if (number >= presses_.size() || isPosted_[number] == isDown) {
         return;
     }

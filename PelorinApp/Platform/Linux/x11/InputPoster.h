@@ -1,12 +1,12 @@
 #pragma once
 
+#include "Platform/Linux/x11/DeviceButtons.h"
 #include "Platform/Linux/x11/PointerDevices.h"
 #include "Platform/Linux/x11/PostedEvents.h"
 #include "Platform/Linux/x11/X11Connection.h"
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
 #include <xcb/xinput.h>
 
@@ -22,8 +22,8 @@ class InputPoster {
     InputPoster(const X11Connection& connection, PostedEvents& postedEvents)
         : connection_(connection), postedEvents_(postedEvents) {}
 
-    /// Reads how the injecting device's buttons are numbered, as left-handed people change them.
-    void useDevice(xcb_input_device_id_t injected);
+    /// Reads how buttons are numbered on the injecting device, and by the pointer that it moves.
+    void useDevice(const PointerDevices& pointers);
 
     /// Makes the injecting device the one that moves the pointer, without moving it. Programs that
     /// warp the pointer would otherwise warp the last device that moved it, though it is held.
@@ -33,16 +33,18 @@ class InputPoster {
     void moveBy(double dx, double dy);
     void moveTo(double x, double y);
 
-    /// Buttons by the number that applications see. A release without a press is that of a press
+    /// Buttons as a device numbers them, before the pointer does. A release without a press is that of a press
     /// made before the device was held: the pointer has it down, and lets it go.
     void press(std::uint32_t button);
     void release(std::uint32_t button);
 
     /// Somebody has let go of the button although it is down here: its release is not to be posted.
+    /// The number is that which applications see.
     void swallow(std::uint32_t button);
 
-    /// A press or release that no device has made. One that changes nothing is left out, such as
-    /// the release of what has been let go of meanwhile.
+    /// A press or release that no device has made, of a button by the number that applications see.
+    /// One that changes nothing is left out, such as the release of what has been let go of
+    /// meanwhile.
     void post(std::uint32_t button, bool isDown);
 
     /// One notch of a wheel.
@@ -68,11 +70,13 @@ class InputPoster {
     static constexpr std::size_t mostButtons = 32;
 
     [[nodiscard]] std::uint8_t physical(std::uint32_t button) const;
+    [[nodiscard]] std::uint8_t physicalForApplications(std::uint32_t button) const;
     void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
 
     const X11Connection& connection_;
     PostedEvents& postedEvents_;
-    std::vector<std::uint8_t> buttonMap_;
+    ButtonMap buttonMap_;
+    ButtonMap pointerMap_;
     // By physical number
     std::array<std::uint8_t, mostButtons> presses_{};
     std::array<std::uint8_t, mostButtons> swallowed_{}; // releases that are yet to come

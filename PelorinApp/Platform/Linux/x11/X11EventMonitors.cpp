@@ -153,9 +153,9 @@ void X11EventMonitors::selectWanted() {
     // Of the masters: what a device does comes from it and again from its master.
     struct {
         xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
-        std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_DEVICE_CHANGED;
+        std::uint32_t mask = 0;
     } selection;
-    selection.mask |= wanted;
+    selection.mask = wanted;
     xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &selection.head);
     connection_->sync();
     postedEvents_.forget(); // what was posted so far did not come here
@@ -199,10 +199,6 @@ void X11EventMonitors::handleEvent(const xcb_generic_event_t& event) {
         return;
     }
     const auto& raw = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    if (raw.event_type == XCB_INPUT_DEVICE_CHANGED) {
-        buttonMap_.clear(); // each device may have its own
-        return;
-    }
     const bool isDown = raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS;
     if (postedEvents_.claim(raw.detail, isDown)) {
         return;

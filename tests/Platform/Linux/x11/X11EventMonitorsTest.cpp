@@ -20,6 +20,7 @@ using Types = std::vector<EventType>;
 
 constexpr std::uint64_t everyButton = ~std::uint64_t{0};
 const Types leftClick{EventType::leftMouseDown, EventType::leftMouseUp};
+const Types leftUpAndDown{EventType::leftMouseUp, EventType::leftMouseDown};
 const Types rightClick{EventType::rightMouseDown, EventType::rightMouseUp};
 const Types otherClick{EventType::otherMouseDown, EventType::otherMouseUp};
 
@@ -66,12 +67,14 @@ struct X11EventMonitorsTest : testing::Test {
                             user.connection->root(), x, y, 0);
         user.connection->sync();
     }
-    void click(std::uint8_t button) const {
-        for (const std::uint8_t type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE}) {
-            xcb_test_fake_input(user.connection->get(), type, button, XCB_CURRENT_TIME, XCB_NONE, 0,
-                                0, 0);
-        }
+    void fake(std::uint8_t type, std::uint8_t button) const {
+        xcb_test_fake_input(user.connection->get(), type, button, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
+                            0);
         user.connection->sync();
+    }
+    void click(std::uint8_t button) const {
+        fake(XCB_BUTTON_PRESS, button);
+        fake(XCB_BUTTON_RELEASE, button);
     }
 
     /// What is seen of a click here. A second one, on the bare root window, shows that all has
@@ -159,19 +162,25 @@ TEST_F(X11EventMonitorsTest, ReportsClicksWhileAnotherProgramHasThePointer) {
     EXPECT_EQ(seenOfClickAt(600, 400), leftClick);
 }
 
-TEST_F(X11EventMonitorsTest, KnowsLeftHandedMice) {
-    const XcbOwned<xcb_get_pointer_mapping_reply_t> before(xcb_get_pointer_mapping_reply(
-        user.connection->get(), xcb_get_pointer_mapping(user.connection->get()), nullptr));
-    std::vector<std::uint8_t> map(xcb_get_pointer_mapping_map(before.get()),
-                                  xcb_get_pointer_mapping_map(before.get()) + before->map_len);
-    std::swap(map[0], map[2]);
-    const XcbOwned<xcb_set_pointer_mapping_reply_t> done(xcb_set_pointer_mapping_reply(
-        user.connection->get(),
-        xcb_set_pointer_mapping(user.connection->get(), before->map_len, map.data()), nullptr));
-    ASSERT_TRUE(done && done->status == XCB_MAPPING_STATUS_SUCCESS);
+TEST_F(X11EventMonitorsTest, KnowsLeftHandedMiceAndThoseThatBecomeIt) {
+    const auto swapButtons = [this] {
+        const XcbOwned<xcb_get_pointer_mapping_reply_t> before(xcb_get_pointer_mapping_reply(
+            user.connection->get(), xcb_get_pointer_mapping(user.connection->get()), nullptr));
+        std::vector<std::uint8_t> map(xcb_get_pointer_mapping_map(before.get()),
+                                      xcb_get_pointer_mapping_map(before.get()) + before->map_len);
+        std::swap(map[0], map[2]);
+        const XcbOwned<xcb_set_pointer_mapping_reply_t> done(xcb_set_pointer_mapping_reply(
+            user.connection->get(),
+            xcb_set_pointer_mapping(user.connection->get(), before->map_len, map.data()), nullptr));
+        return done && done->status == XCB_MAPPING_STATUS_SUCCESS;
+    };
+    ASSERT_TRUE(swapButtons());
     const auto held = monitor();
     EXPECT_EQ(seenOfClickAt(600, 400, 1), rightClick);
     EXPECT_EQ(seenOfClickAt(600, 400, 3), leftClick);
+    ASSERT_TRUE(swapButtons());
+    EXPECT_EQ(seenOfClickAt(600, 400, 1), leftClick);
+    EXPECT_EQ(seenOfClickAt(600, 400, 3), rightClick);
 }
 
 TEST_F(X11EventMonitorsTest, ReportsWhatIsAskedFor) {
@@ -180,6 +189,25 @@ TEST_F(X11EventMonitorsTest, ReportsWhatIsAskedFor) {
     EXPECT_EQ(seenOfClickAt(600, 400, 3), Types{EventType::rightMouseUp});
     EXPECT_EQ(monitor(0), nullptr);
     EXPECT_EQ(monitor(eventMask(EventType::scrollWheel)), nullptr);
+}
+
+TEST_F(X11EventMonitorsTest, IsNotWokenByWhatNobodyWants) {
+    const auto held = monitor(eventMask(EventType::leftMouseUp));
+    EXPECT_TRUE(settle());
+    fake(XCB_BUTTON_PRESS, 1);
+    EXPECT_FALSE(QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents));
+    auto other = monitor(eventMask(EventType::leftMouseDown));
+    EXPECT_TRUE(settle());
+    fake(XCB_BUTTON_RELEASE, 1);
+    fake(XCB_BUTTON_PRESS, 1);
+    EXPECT_TRUE(waitUntil([&] { return seen.size() == 2; }));
+    EXPECT_EQ(seen, leftUpAndDown);
+    other.reset();
+    EXPECT_TRUE(settle());
+    EXPECT_TRUE(settle());
+    fake(XCB_BUTTON_RELEASE, 1);
+    fake(XCB_BUTTON_PRESS, 1);
+    EXPECT_TRUE(waitUntil([&] { return seen.size() == 3; }));
 }
 
 TEST_F(X11EventMonitorsTest, ReportsNothingToAMonitorThatIsGone) {
