@@ -30,6 +30,8 @@ GTK3_CLIENT = built("GTK3_CLIENT", "tests/desktop/clients/gtk3_client")
 PLAIN_WINDOWS = built("PLAIN_WINDOWS", "tests/desktop/clients/plain_windows")
 QT6_CLIENT = built("QT6_CLIENT", "tests/desktop/clients/qt6_client")
 SHELL_WITH_SCREEN = built("SHELL_WITH_SCREEN", "tests/desktop/clients/shell_with_screen")
+PRESS_TAP = built("PRESS_TAP", "tests/desktop/clients/press_tap")
+WATCHDOG = built("WATCHDOG", "quillon-watchdog")
 X11_PROBE = built("X11_PROBE", "tests/desktop/clients/x11_probe")
 TOUCH_PROBE = built("TOUCH_PROBE", "tests/desktop/clients/touch_probe")
 
@@ -92,6 +94,10 @@ class Injector:
     def click(self, button: int) -> None:
         self.press(button)
         self.release(button)
+
+    def await_up(self) -> None:
+        """Until no button of any device is down."""
+        self._do("await-up")
 
     def quietly(self, command: str) -> None:
         """As a device would: the server has no reason to write to any program."""

@@ -42,6 +42,10 @@ class Injector {
             fake(XCB_BUTTON_PRESS, button, 0, 0);
         } else if (command == "release" && words >> button) {
             fake(XCB_BUTTON_RELEASE, button, 0, 0);
+        } else if (command == "await-up") {
+            if (!awaitUp()) {
+                return false;
+            }
         } else if (command != "sync") {
             return false;
         }
@@ -82,6 +86,16 @@ class Injector {
         constexpr std::uint32_t wheel = 0xF0; // the buttons 4 to 7
         const auto limit = Clock::now() + patience;
         while ((buttonsDown(display_).at(0) & wheel) != 0) {
+            if (Clock::now() > limit) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    bool awaitUp() {
+        const auto limit = Clock::now() + patience;
+        while (!areAllUp(display_)) {
             if (Clock::now() > limit) {
                 return false;
             }

@@ -38,7 +38,11 @@ inline std::uint8_t wheelPress(const xcb_generic_event_t& event) {
 /// A bit for each button of the pointer; all are up where nobody can say.
 std::vector<std::uint32_t> buttonsDown(const Display& display);
 
+/// Whether no button of any device is down, nor of the pointer. After buttonsDown() has been asked.
+bool areAllUp(const Display& display);
+
 int canGrab(const Display& display);
+int canGrabLeft(const Display& display);
 int holdWheel(const Display& display);
 int holdMenu(const Display& display, double seconds);
 int holdScreen(const Display& display);

@@ -8,6 +8,7 @@ namespace {
 
 constexpr const char* usage = R"(usage: x11_probe COMMAND
   can-grab           "free" if the wheel can be taken for the whole screen, else "taken" and 1
+  can-grab-left      the same for presses of the left button, by a grab of the input extension
   hold-wheel         takes the wheel until standard input ends
   hold-menu SECONDS  takes pointer and keyboard focus as an open menu does
   hold-screen        takes pointer and keyboard as a screen locker does, until standard input ends,
@@ -22,6 +23,7 @@ constexpr const char* usage = R"(usage: x11_probe COMMAND
   inject             reads commands, a line each, and answers "ok" when the server has done it:
                        move X Y | nudge DX DY | wheel BUTTON COUNT
                        press BUTTON | release BUTTON | sync
+                       await-up   until no button of any device is down
                        quietly COMMAND...   "ok" when it is sent; like a device, it gives the
                                             server no reason to write to any client
 )";
@@ -30,6 +32,9 @@ int run(const Display& display, int argc, char** argv) {
     const std::string_view command = argc > 1 ? argv[1] : "";
     if (command == "can-grab" && argc == 2) {
         return canGrab(display);
+    }
+    if (command == "can-grab-left" && argc == 2) {
+        return canGrabLeft(display);
     }
     if (command == "hold-wheel" && argc == 2) {
         return holdWheel(display);

@@ -1,0 +1,109 @@
+"""A program with a tap of left presses, as the tool has that makes middle clicks of them."""
+
+import subprocess
+
+from witnesses import PRESS_TAP, WATCHDOG, X11_PROBE, Failed, Lines, wait_until
+
+
+class PressTap:
+    """The running program. Each of its calls returns when the program has done it."""
+
+    def __init__(self, desktop, name: str):
+        self._desktop, self._lines = desktop, Lines(desktop, name)
+        self.process = desktop.start(name, [PRESS_TAP, WATCHDOG], text=True, stdin=subprocess.PIPE)
+        desktop.wait_for(self.process, lambda: "ready" in self.lines(), "a tap")
+
+    def lines(self) -> list[str]:
+        return self._lines.all()
+
+    def count(self, start: str) -> int:
+        return sum(line.startswith(start) for line in self.lines())
+
+    def contacts(self, number: int) -> None:
+        """So many fingers rest, and the button is held or left alone."""
+        self.say_contacts(number)
+        state = "taken" if number == 3 else "free"
+        wait_until(lambda: left_button(self._desktop) == state, f"the left button is {state}")
+
+    def say_contacts(self, number: int) -> None:
+        """The same, only that the button may still have to be taken or let go of."""
+        self._do(f"contacts {number}")
+
+    def answer(self, word: str) -> None:
+        self._do(f"answer {word}")
+
+    def die_pressed(self) -> None:
+        self._do("die-pressed")
+
+    def hold_band(self) -> None:
+        self._do("band")
+
+    def _do(self, command: str) -> None:
+        before = self.count(command)
+        self.process.stdin.write(f"{command}\n")
+        self.process.stdin.flush()
+        self._desktop.wait_for(self.process, lambda: self.count(command) > before, command)
+
+
+def left_button(desktop) -> str:
+    """Whether any other program could hold the left button at this moment: "free" or "taken"."""
+    try:
+        return desktop.run(X11_PROBE, "can-grab-left").strip()
+    except Failed:
+        return "taken"
+
+
+class TapTest:
+    """To be mixed into a test with `clients` by name and a `hand` at the mouse. Each test has the
+    program anew."""
+
+    def setUp(self):
+        super().setUp()
+        self._taps = 0
+        self.start_tap()
+        self.go("GTK 3")
+        self.forget()
+
+    def start_tap(self) -> None:
+        self._taps += 1
+        tap = PressTap(self.desktop, f"press-tap-{self.id().rpartition('.')[2]}-{self._taps}")
+        self.addCleanup(self._end, tap)
+        self.tap = tap
+
+    def _end(self, tap: PressTap) -> None:
+        try:
+            self.desktop.end(tap.process)
+            self.assertEqual(self.desktop.run(X11_PROBE, "buttons"), "")
+        finally:
+            print(f"{self.id()}: the tap printed:", *tap.lines(), sep="\n    ")
+
+    def forget(self) -> None:
+        for client in self.clients.values():
+            client.forget()
+
+    def until(self, name: str, line: str, action) -> None:
+        """Does it, and waits until the client has got this of it."""
+        before = self.clients[name].count(line)
+        action()
+        wait_until(lambda: self.clients[name].count(line) > before, f"{name} gets {line!r}")
+
+    def press_left(self, name: str) -> None:
+        self.until(name, "press 1", lambda: self.hand.press(1))
+
+    def release_left(self, name: str) -> None:
+        self.until(name, "release 1", lambda: self.hand.release(1))
+
+    def click_left(self, name: str) -> None:
+        self.press_left(name)
+        self.release_left(name)
+
+    def click_middle(self, name: str) -> None:
+        """By the left button, which the finger stays on for a while."""
+        self.until(name, "release 2", lambda: self.hand.press(1))
+        self.injector.await_up()
+        self.hand.release(1)
+
+    def buttons(self, name: str) -> list[str]:
+        """What the client, which the pointer is over, has got of them."""
+        return [line for line in self.clients[name].received()
+                if line.split()[0] in ("press", "release", "double")]
