@@ -17,4 +17,9 @@ PelorinAppApp::PelorinAppApp() : delegate_(AppDelegate::create(Platform::current
     });
 }
 
+PelorinAppApp::~PelorinAppApp() {
+    // Its thread calls into what ends with the platform.
+    ThreeFingerTouchMonitor::shared()->stop();
+}
+
 } // namespace quillon

@@ -12,6 +12,9 @@ class PelorinAppApp {
   public:
     /// On the current platform, which will call the delegate when it is ready.
     PelorinAppApp();
+    ~PelorinAppApp();
+    PelorinAppApp(const PelorinAppApp&) = delete;
+    PelorinAppApp& operator=(const PelorinAppApp&) = delete;
 
   private:
     std::shared_ptr<AppDelegate> delegate_;

@@ -26,6 +26,7 @@ def built(name: str, place: str) -> pathlib.Path:
 
 
 QUILLON = built("QUILLON", "quillon")
+CONTACT_PLAYER = built("CONTACT_PLAYER", "tests/desktop/clients/contact_player.so")
 GTK3_CLIENT = built("GTK3_CLIENT", "tests/desktop/clients/gtk3_client")
 PLAIN_WINDOWS = built("PLAIN_WINDOWS", "tests/desktop/clients/plain_windows")
 QT6_CLIENT = built("QT6_CLIENT", "tests/desktop/clients/qt6_client")
