@@ -104,6 +104,7 @@ class TapTest:
         self.hand.release(1)
 
     def buttons(self, name: str) -> list[str]:
-        """What the client, which the pointer is over, has got of them."""
+        """What the client, which the pointer is over, has got of them; double clicks are left
+        out, since they are a matter of time."""
         return [line for line in self.clients[name].received()
-                if line.split()[0] in ("press", "release", "double")]
+                if line.split()[0] in ("press", "release")]

@@ -8,7 +8,12 @@ namespace quillon {
 /// What the program tells its watchdog: at every change, and again and again while it holds input.
 struct WatchdogMessage {
     std::uint32_t isHolding = 0;
-    std::uint32_t buttonsDown = 0; // posted on behalf of held devices; a bit for each
+    std::uint32_t buttonsDown = 0; // posted by the program; a bit for each
+
+    // A press that the program is making up its mind about, if any: the device that it came from,
+    // and by which of its numbers the device of the XTEST extension presses the same button.
+    std::uint32_t waitingDevice = 0;
+    std::uint32_t waitingButton = 0;
 
     bool operator==(const WatchdogMessage&) const = default;
 };

@@ -7,6 +7,8 @@
 #include "Platform/Linux/watchdog/WatchdogMessage.h"
 
 #include <cstdlib>
+#include <memory>
+#include <string_view>
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -31,15 +33,52 @@ bool hasNews(int timeout) {
     return poll(&source, 1, timeout) != 0;
 }
 
+void fake(xcb_connection_t* connection, std::uint8_t type, std::uint32_t button,
+          std::uint32_t device = 0) {
+    xcb_test_fake_input(connection, type, static_cast<std::uint8_t>(button), XCB_CURRENT_TIME,
+                        XCB_NONE, 0, 0, static_cast<std::uint8_t>(device));
+}
+
+/// The type of a release that is one of a device's own; 0 where the server knows of none.
+std::uint8_t deviceRelease(xcb_connection_t* connection) {
+    constexpr std::string_view name = "XInputExtension";
+    constexpr std::uint8_t buttonRelease = 4; // after the extension's first event
+    const std::unique_ptr<xcb_query_extension_reply_t, decltype(&std::free)> reply(
+        xcb_query_extension_reply(
+            connection, xcb_query_extension(connection, name.size(), name.data()), nullptr),
+        &std::free);
+    return reply && reply->present != 0
+               ? static_cast<std::uint8_t>(reply->first_event + buttonRelease)
+               : std::uint8_t{0};
+}
+
+/// The server drops a press that the holder was asked about when its connection ends: makes a click
+/// in its place. All of one, and with the button let go of on the device itself, for the finger may
+/// go up at any moment, and nothing may stay down.
+void clickAnew(xcb_connection_t* connection, const WatchdogMessage& said) {
+    const std::uint8_t release = deviceRelease(connection);
+    if (release == 0) {
+        return;
+    }
+    for (std::uint32_t button = 1; button < 32; ++button) {
+        fake(connection, release, button, said.waitingDevice);
+    }
+    fake(connection, XCB_BUTTON_PRESS, said.waitingButton);
+    fake(connection, XCB_BUTTON_RELEASE, said.waitingButton);
+}
+
 /// Ends the holding connection, and with it all that it holds; then lets go of the buttons that it
 /// had posted. The server keeps down those that a finger is still on.
-void giveBack(xcb_connection_t* connection, std::uint32_t holder, std::uint32_t buttons) {
+void giveBack(xcb_connection_t* connection, std::uint32_t holder, const WatchdogMessage& said,
+              std::uint32_t buttons) {
     xcb_kill_client(connection, holder);
-    for (std::uint8_t button = 1; button < 32; ++button) {
+    for (std::uint32_t button = 1; button < 32; ++button) {
         if ((buttons >> button & 1U) != 0) {
-            xcb_test_fake_input(connection, XCB_BUTTON_RELEASE, button, XCB_CURRENT_TIME, XCB_NONE,
-                                0, 0, 0);
+            fake(connection, XCB_BUTTON_RELEASE, button);
         }
+    }
+    if (said.waitingDevice != 0) {
+        clickAnew(connection, said);
     }
     sync(connection);
 }
@@ -68,7 +107,7 @@ void watch(xcb_connection_t* connection, std::uint32_t holder) {
         }
     }
     if (said.isHolding != 0) {
-        giveBack(connection, holder, buttons);
+        giveBack(connection, holder, said, buttons);
     }
 }
 

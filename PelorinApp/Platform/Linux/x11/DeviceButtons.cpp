@@ -11,22 +11,6 @@ namespace quillon {
 
 namespace {
 
-struct FakeDeviceEvent {
-    xcb_test_fake_input_request_t request{};
-    xcb_input_device_valuator_event_t axes{};
-};
-
-/// Input of a device that is not the pointer itself. The bindings cannot say it: they leave no
-/// room for the axes. `events` is how many of the two parts there are.
-void fakeDeviceEvent(const X11Connection& connection, FakeDeviceEvent message, int events) {
-    constexpr std::size_t headerSize = 4;
-    constexpr std::size_t eventSize = 32;
-    xcb_protocol_request_t request{1, &xcb_test_id, XCB_TEST_FAKE_INPUT, 1};
-    std::array<iovec, 3> parts{}; // the first two are the library's own
-    parts[2] = {&message, headerSize + eventSize * static_cast<std::size_t>(events)};
-    xcb_send_request(connection.get(), 0, &parts[2], &request);
-}
-
 /// The extension's first event; 0 when the connection is gone.
 std::uint8_t firstEvent(const X11Connection& connection) {
     const auto* extension = xcb_get_extension_data(connection.get(), &xcb_input_id);
@@ -36,11 +20,8 @@ std::uint8_t firstEvent(const X11Connection& connection) {
 void fakeRelease(const X11Connection& connection, xcb_input_device_id_t device,
                  std::uint8_t physical) {
     if (const std::uint8_t first = firstEvent(connection); first != 0) {
-        FakeDeviceEvent message;
-        message.request.type = first + XCB_INPUT_DEVICE_BUTTON_RELEASE;
-        message.request.detail = physical;
-        message.request.deviceid = static_cast<std::uint8_t>(device);
-        fakeDeviceEvent(connection, message, 1);
+        xcb_test_fake_input(connection.get(), first + XCB_INPUT_DEVICE_BUTTON_RELEASE, physical,
+                            XCB_CURRENT_TIME, XCB_NONE, 0, 0, static_cast<std::uint8_t>(device));
     }
 }
 
@@ -121,7 +102,11 @@ void touchAxis(const X11Connection& connection, xcb_input_device_id_t device, st
     if (first == 0) {
         return;
     }
-    FakeDeviceEvent message;
+    // The bindings leave no room for the axes.
+    struct {
+        xcb_test_fake_input_request_t request{};
+        xcb_input_device_valuator_event_t axes{};
+    } message;
     message.request.type = first + XCB_INPUT_DEVICE_MOTION_NOTIFY;
     message.request.detail = relative;
     message.request.deviceid = static_cast<std::uint8_t>(device);
@@ -129,7 +114,10 @@ void touchAxis(const X11Connection& connection, xcb_input_device_id_t device, st
     message.axes.device_id = message.request.deviceid;
     message.axes.first_valuator = static_cast<std::uint8_t>(axis);
     message.axes.num_valuators = 1;
-    fakeDeviceEvent(connection, message, 2);
+    xcb_protocol_request_t request{1, &xcb_test_id, XCB_TEST_FAKE_INPUT, 1};
+    std::array<iovec, 3> parts{}; // the first two are the library's own
+    parts[2] = {&message, sizeof message};
+    xcb_send_request(connection.get(), 0, &parts[2], &request);
 }
 
 } // namespace quillon

@@ -127,6 +127,9 @@ void HolderSession::holdLeftPress() {
         return;
     }
     refreshPointers();
+    if (poster_.buttonsDown() == 0) {
+        poster_.useDevice(pointers_);
+    }
     if (leftPress_.take(pointers_.master)) {
         wasLeftPressRefused_ = false;
     } else if (!std::exchange(wasLeftPressRefused_, true)) {
@@ -265,13 +268,24 @@ void HolderSession::decideWheel(const xcb_button_press_event_t& press) {
 void HolderSession::decideLeftPress(const xcb_input_button_press_event_t& press) {
     if (press.detail == leftButton && isArmedForPress()) {
         const Point place = geometry_->toPoints(press.root_x >> 16, press.root_y >> 16);
-        if (areArmedAt(armed_->leftPresses, place) && ask(LeftPress{place}) == Verdict::consume) {
+        if (areArmedAt(armed_->leftPresses, place) && askAbout(press, place) == Verdict::consume) {
             leftPress_.consume(press, devices_.ids());
             poster_.swallow(leftButton); // should it have been a held device's
             return;
         }
     }
     leftPress_.pass(press);
+}
+
+/// Should we not live to see the answer, the watchdog knows what it is that waits.
+Verdict HolderSession::askAbout(const xcb_input_button_press_event_t& press, Point place) {
+    waiting_.waitingDevice = press.sourceid;
+    waiting_.waitingButton = poster_.numberFor(leftButton);
+    tellWatchdog(isHolding());
+    const Verdict verdict = ask(LeftPress{place});
+    waiting_ = {};
+    tellWatchdog(isHolding());
+    return verdict;
 }
 
 void HolderSession::decideNotch(ScrollNotch notch) {
@@ -437,7 +451,10 @@ void HolderSession::ensureGuard() {
 }
 
 void HolderSession::tellWatchdog(bool isHolding) {
-    if (!guard_.tell({isHolding ? 1U : 0U, poster_.buttonsDown()})) {
+    WatchdogMessage message = waiting_;
+    message.isHolding = isHolding ? 1 : 0;
+    message.buttonsDown = poster_.buttonsDown();
+    if (!guard_.tell(message)) {
         watchdogLost();
     }
 }

@@ -104,6 +104,7 @@ class HolderSession {
     void panicked();
     void decideWheel(const xcb_button_press_event_t& press);
     void decideLeftPress(const xcb_input_button_press_event_t& press);
+    Verdict askAbout(const xcb_input_button_press_event_t& press, Point place);
     void decideNotch(ScrollNotch notch);
     [[nodiscard]] std::optional<Point> consumablePlace();
     Verdict ask(const TapQuestion& question);
@@ -133,6 +134,7 @@ class HolderSession {
     std::deque<XcbOwned<xcb_generic_event_t>> early_; // read before their turn
     std::unique_ptr<PointerWatch> watch_;
     HolderGuard guard_;
+    WatchdogMessage waiting_; // its last two fields, while the taps are asked about a press
     PointerDevices pointers_;
     std::shared_ptr<const ArmedTaps> armed_ = std::make_shared<ArmedTaps>();
     X11Displays::GeometryRef geometry_;

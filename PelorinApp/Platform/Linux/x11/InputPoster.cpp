@@ -38,7 +38,7 @@ std::uint8_t InputPoster::physical(std::uint32_t button) const {
     return buttonThatCountsAs(button, buttonMap_);
 }
 
-std::uint8_t InputPoster::physicalForApplications(std::uint32_t button) const {
+std::uint8_t InputPoster::numberFor(std::uint32_t button) const {
     return physical(buttonThatCountsAs(button, pointerMap_));
 }
 
@@ -79,7 +79,7 @@ void InputPoster::release(std::uint32_t button) {
 }
 
 void InputPoster::swallow(std::uint32_t button) {
-    const std::uint8_t number = physicalForApplications(button);
+    const std::uint8_t number = numberFor(button);
     if (number < presses_.size()) {
         if (std::exchange(isPosted_[number], false)) {
             --presses_[number]; // no device will release it
@@ -89,7 +89,7 @@ void InputPoster::swallow(std::uint32_t button) {
 }
 
 void InputPoster::post(std::uint32_t button, bool isDown) {
-    const std::uint8_t number = physicalForApplications(button);
+    const std::uint8_t number = numberFor(button);
     if (number >= presses_.size() || isPosted_[number] == isDown) {
         return;
     }

@@ -60,6 +60,9 @@ class InputPoster {
     /// Lets go of every button that is down, on behalf of a held device or posted.
     void releaseAll();
 
+    /// The injecting device's own number of a button, by the number that applications see.
+    [[nodiscard]] std::uint8_t numberFor(std::uint32_t button) const;
+
     /// Grows with everything that is posted.
     [[nodiscard]] std::uint64_t posted() const { return posted_; }
 
@@ -70,7 +73,6 @@ class InputPoster {
     static constexpr std::size_t mostButtons = 32;
 
     [[nodiscard]] std::uint8_t physical(std::uint32_t button) const;
-    [[nodiscard]] std::uint8_t physicalForApplications(std::uint32_t button) const;
     void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
 
     const X11Connection& connection_;

@@ -25,7 +25,7 @@ TapExchange::Question TapExchange::take(TapQuestion& question) {
 
 bool TapExchange::answer(Verdict verdict) {
     const std::scoped_lock lock(mutex_);
-    const bool inTime = state_ == State::taken;
+    const bool inTime = isStillAwaited();
     if (inTime) {
         verdict_ = verdict;
         answered_.notify_one();
@@ -38,7 +38,10 @@ bool TapExchange::answer(Verdict verdict) {
 
 bool TapExchange::isAwaited() {
     const std::scoped_lock lock(mutex_);
-    return state_ == State::taken;
+    return isStillAwaited();
 }
+
+/// By the clock, too: when the whole program was stopped, whoever waits has not yet noticed.
+bool TapExchange::isStillAwaited() const { return state_ == State::taken && Clock::now() < limit_; }
 
 } // namespace quillon

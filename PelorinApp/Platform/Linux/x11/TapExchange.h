@@ -27,15 +27,16 @@ class TapExchange {
         std::unique_lock lock(mutex_);
         question_ = question;
         state_ = State::asked;
+        limit_ = Clock::now() + patience_;
         lock.unlock();
         wakeMain();
         lock.lock();
-        const auto limit = std::chrono::steady_clock::now() + patience_;
         const auto isAnswered = [this] { return state_ == State::idle; };
         for (timedOut = false; !isAnswered() && !timedOut;) {
-            const auto now = std::chrono::steady_clock::now();
-            timedOut = now >= limit;
-            if (!timedOut && !answered_.wait_until(lock, std::min(limit, now + turn), isAnswered)) {
+            const auto now = Clock::now();
+            timedOut = now >= limit_;
+            if (!timedOut &&
+                !answered_.wait_until(lock, std::min(limit_, now + turn), isAnswered)) {
                 lock.unlock(); // the main thread must not wait for what is done meanwhile
                 meanwhile();
                 lock.lock();
@@ -61,7 +62,10 @@ class TapExchange {
     [[nodiscard]] bool isAwaited();
 
   private:
+    using Clock = std::chrono::steady_clock;
     static constexpr std::chrono::milliseconds turn{50};
+
+    [[nodiscard]] bool isStillAwaited() const;
 
     enum class State {
         idle,
@@ -75,6 +79,7 @@ class TapExchange {
     std::mutex mutex_;
     std::condition_variable answered_;
     State state_ = State::idle;
+    Clock::time_point limit_;
     TapQuestion question_;
     Verdict verdict_ = Verdict::pass;
 };

@@ -61,6 +61,26 @@ TEST(TapExchange, EventPassesWhenTheAnswerIsLate) {
     EXPECT_EQ(exchange.take(question), Question::none);
 }
 
+TEST(TapExchange, AnswerIsLateByTheClockEvenIfTheAskerHasNotNoticed) {
+    TapExchange exchange(1ms);
+    bool timedOut = false;
+    bool isInTime = true;
+    const Verdict verdict = exchange.ask(
+        notchOfButton(4, {}), timedOut,
+        [&] {
+            TapQuestion question;
+            exchange.take(question);
+            const auto limit = std::chrono::steady_clock::now() + 2ms;
+            while (std::chrono::steady_clock::now() < limit) {
+            }
+            isInTime = exchange.answer(Verdict::consume); // before it waits
+        },
+        idle);
+    EXPECT_FALSE(isInTime);
+    EXPECT_TRUE(timedOut);
+    EXPECT_EQ(verdict, Verdict::pass);
+}
+
 TEST(TapExchange, LateAnswerIsNotTakenForThatOfTheNextEvent) {
     TapExchange exchange(1ms);
     bool timedOut = false;
