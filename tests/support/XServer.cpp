@@ -89,8 +89,8 @@ void XServer::kill() {
 }
 
 XClient::XClient() : connection_(X11Connection::open()) {
-    const std::array<std::uint32_t, 2> values{
-        1, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE};
+    const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_BUTTON_PRESS |
+                                                     XCB_EVENT_MASK_BUTTON_RELEASE};
     const xcb_window_t window = xcb_generate_id(connection_->get());
     xcb_create_window(connection_->get(), XCB_COPY_FROM_PARENT, window, connection_->root(), 0, 0,
                       1280, 800, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,

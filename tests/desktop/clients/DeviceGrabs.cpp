@@ -101,8 +101,8 @@ int canGrabLeft(const Display& display) {
         xcb_input_xi_passive_grab_device_reply(
             display.connection,
             xcb_input_xi_passive_grab_device(
-                display.connection, XCB_CURRENT_TIME, display.root, XCB_NONE, 1, masterPointer, 1, 1,
-                XCB_INPUT_GRAB_TYPE_BUTTON, XCB_INPUT_GRAB_MODE_22_ASYNC,
+                display.connection, XCB_CURRENT_TIME, display.root, XCB_NONE, 1, masterPointer, 1,
+                1, XCB_INPUT_GRAB_TYPE_BUTTON, XCB_INPUT_GRAB_MODE_22_ASYNC,
                 XCB_INPUT_GRAB_MODE_22_ASYNC, 0, &mask, &anyModifier),
             nullptr));
     const bool free = reply && reply->num_modifiers == 0;

@@ -7,7 +7,8 @@
 //     die-pressed      with the next click, die while the middle button is down
 //     band             hold what scrolls at the left edge, too, and consume it
 //
-// It prints "asked X Y", "down", "up", "scrolled" and "heard TYPE" (what a monitor hears) by itself.
+// It prints "asked X Y", "down", "up", "scrolled" and "heard TYPE" (what a monitor hears) by
+// itself.
 #include "Platform/Linux/session/QtRunLoop.h"
 #include "Platform/Linux/x11/X11EventMonitors.h"
 #include "Platform/Linux/x11/X11EventServices.h"
@@ -129,8 +130,7 @@ class PressTap {
     }
 
     void post(EventType type, Point place) {
-        events_.post(TapLocation::hid,
-                     *events_.createMouseEvent(type, place, MouseButton::middle));
+        events_.post(TapLocation::hid, *events_.createMouseEvent(type, place, MouseButton::middle));
     }
 
     QtRunLoop loop_;

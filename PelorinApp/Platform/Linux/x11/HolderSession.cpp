@@ -14,27 +14,15 @@ namespace {
 /// nobody reaches a band and turns the wheel within eight milliseconds.
 constexpr std::chrono::milliseconds lookInterval{8};
 
-/// How long another program must hold a device for that to be said.
-constexpr std::chrono::seconds lastingRefusal{1};
-
-std::string refusalLine(const std::vector<std::uint8_t>& buttons) {
-    std::string line = "⚠️ Another program holds wheel button";
-    line += buttons.size() == 1 ? "" : "s";
-    for (const std::uint8_t button : buttons) {
-        line += ' ';
-        line += std::to_string(button);
-    }
-    line += "; trying again when the pointer next comes to the edge";
-    return line;
-}
-
 } // namespace
 
 HolderSession::HolderSession(const X11Connection& connection, const HolderHost& host)
     : connection_(connection), host_(host), probe_(connection), wheel_(connection),
       leftPress_(connection), poster_(connection, host.postedEvents),
       devices_(connection, poster_, [this](const ScrollNotch& notch) { decideNotch(notch); }),
-      chord_(connection), guard_(host.watchdog, host.diagnostic) {
+      events_(connection, wheel_),
+      hold_(connection, probe_, wheel_, devices_, events_, host.diagnostic), chord_(connection),
+      guard_(host.watchdog, host.diagnostic) {
     host_.postedEvents.forget(); // what a session before this one has not carried out
     selectDeviceChanges();
 }
@@ -44,7 +32,7 @@ HolderSession::~HolderSession() {
         disarm();
         connection_.sync(); // a press may have been caught until now
         handleEvents();
-        settleRelease();
+        hold_.settleRelease();
         poster_.releaseAll();
         xcb_flush(connection_.get());
     }
@@ -69,7 +57,7 @@ bool HolderSession::run() {
         if (connection_.isBroken() || (isArmed() && (!watch_ || watch_->isBroken()))) {
             return false;
         }
-        settleRelease();
+        hold_.settleRelease();
         if (isLookDue_ && Clock::now() >= nextLook_) {
             look();
             continue; // its round trips may have brought events in
@@ -110,7 +98,7 @@ void HolderSession::adjustToArmed() {
         watch_ = PointerWatch::start();
     } else if (!isArmed()) {
         watch_.reset();
-        letGo();
+        hold_.letGo();
     }
     if (!isArmedForPress() && leftPress_.isTaken()) {
         leftPress_.release();
@@ -126,15 +114,16 @@ void HolderSession::holdLeftPress() {
     if (!guard_.isRunning()) {
         return;
     }
-    refreshPointers();
+    const PointerDevices& pointers = hold_.pointers();
     if (poster_.buttonsDown() == 0) {
-        poster_.useDevice(pointers_);
+        poster_.useDevice(pointers);
     }
-    if (leftPress_.take(pointers_.master)) {
+    if (leftPress_.take(pointers.master)) {
         wasLeftPressRefused_ = false;
     } else if (!std::exchange(wasLeftPressRefused_, true)) {
-        host_.diagnostic("⚠️ Another program holds the left button; presses of it are left alone "
-                         "until it lets go");
+        host_.diagnostic(
+            "⚠️ Another program holds the left button; presses of it are left alone "
+            "until it lets go");
     }
 }
 
@@ -142,22 +131,6 @@ void HolderSession::holdLeftPress() {
 void HolderSession::disarm() {
     armed_ = std::make_shared<ArmedTaps>();
     adjustToArmed();
-}
-
-void HolderSession::letGo() {
-    if (wheel_.areTaken()) {
-        wheel_.release();
-    }
-    if (devices_.areHeld()) {
-        devices_.release();
-    }
-}
-
-/// Ends what letGo() began, when all that the devices had sent before has been dealt with.
-void HolderSession::settleRelease() {
-    if (devices_.isReleasing()) {
-        devices_.finishRelease();
-    }
 }
 
 bool HolderSession::isInBand(const PointerProbe::State& pointer) const {
@@ -173,18 +146,7 @@ bool HolderSession::areArmedAt(const ArmedPlaces& places, Point place) const {
 }
 
 void HolderSession::handleEvents() {
-    for (;;) {
-        XcbOwned<xcb_generic_event_t> event;
-        if (!early_.empty()) {
-            event = std::move(early_.front());
-            early_.pop_front();
-        } else {
-            event.reset(xcb_poll_for_event(connection_.get()));
-            if (!event) {
-                return;
-            }
-            wheel_.note(*event);
-        }
+    while (const auto event = events_.next()) {
         handleEvent(*event);
         tellWatchdog(isHolding()); // events may come faster than they can be dealt with
     }
@@ -210,29 +172,13 @@ void HolderSession::handleEvent(xcb_generic_event_t& event) {
     }
 }
 
-bool HolderSession::isPointerTakenByOther() {
-    if (!probe_.isGrabbed(pointers_.master)) {
-        return false;
-    }
-    // It may be a plain wheel that we hold. Then its press has come before the answer.
-    readEarly();
-    return !wheel_.isActive();
-}
-
-void HolderSession::readEarly() {
-    while (XcbOwned<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_.get())}) {
-        wheel_.note(*event);
-        early_.push_back(std::move(event));
-    }
-}
-
 void HolderSession::handleExtensionEvent(const xcb_ge_generic_event_t& event) {
     if (leftPress_.hasCaught(event)) {
         decideLeftPress(reinterpret_cast<const xcb_input_button_press_event_t&>(event));
         return;
     }
     if (event.event_type == XCB_INPUT_HIERARCHY) {
-        arePointersStale_ = true;
+        hold_.pointersHaveChanged();
     } else {
         devices_.handle(event);
     }
@@ -310,8 +256,8 @@ std::optional<Point> HolderSession::consumablePlace() {
     if (!isArmed()) {
         return std::nullopt;
     }
-    const auto pointer = probe_.look(pointers_.master);
-    if (!pointer || pointer->isButtonDown || !isInBand(*pointer) || isPointerTakenByOther()) {
+    const auto pointer = probe_.look(hold_.master());
+    if (!pointer || pointer->isButtonDown || !isInBand(*pointer) || hold_.isPointerTakenByOther()) {
         return std::nullopt;
     }
     return geometry_->toPoints(pointer->x, pointer->y);
@@ -319,8 +265,8 @@ std::optional<Point> HolderSession::consumablePlace() {
 
 Verdict HolderSession::ask(const TapQuestion& question) {
     bool timedOut = false;
-    const Verdict verdict =
-        host_.exchange.ask(question, timedOut, host_.wakeMain, [this] { tellWatchdog(isHolding()); });
+    const Verdict verdict = host_.exchange.ask(question, timedOut, host_.wakeMain,
+                                               [this] { tellWatchdog(isHolding()); });
     if (timedOut) {
         disarm();
     }
@@ -330,10 +276,9 @@ Verdict HolderSession::ask(const TapQuestion& question) {
 void HolderSession::post(const PostedButton& posted) {
     if (posted.isDown) {
         ensureGuard(); // it must come up again, whatever happens
-        refreshPointers();
     }
     if (poster_.buttonsDown() == 0) {
-        poster_.useDevice(pointers_);
+        poster_.useDevice(hold_.pointers());
     }
     const auto send = [&] { poster_.post(posted.button, posted.isDown); };
     if (posted.button == leftButton) {
@@ -351,96 +296,22 @@ void HolderSession::look() {
     if (!isArmed()) {
         return;
     }
-    refreshPointers();
-    const auto pointer = probe_.look(pointers_.master);
+    const auto pointer = probe_.look(hold_.pointers().master);
     if (!pointer) {
         return;
     }
+    auto next = ScrollHold::Next::whenItMoves;
     if (isInBand(*pointer)) {
-        holdHere(*pointer);
+        ensureGuard();
+        tellWatchdog(true);
+        next = hold_.holdHere(*pointer, guard_.isRunning(), watch_->lastMover());
     } else {
-        leave(*pointer);
+        next = hold_.leave(*pointer);
     }
-}
-
-void HolderSession::refreshPointers() {
-    if (std::exchange(arePointersStale_, false)) {
-        pointers_ = queryPointerDevices(connection_, devices_.ids());
-        devices_.follow(pointers_);
-    }
-}
-
-void HolderSession::holdHere(const PointerProbe::State& pointer) {
-    ensureGuard();
-    tellWatchdog(true);
-    // Wheel buttons only while no device with axes moves the pointer by itself. They send their
-    // scrolling also as presses; a grab would catch those and wait for a release that, with the
-    // device held by then, does not come there.
-    if (wheel_.areTaken() && !devices_.areAllHeld(pointers_)) {
-        wheel_.release();
-    }
-    if (!pointers_.scrolling.empty() && !pointer.isButtonDown) {
-        holdDevices();
-    }
-    if (!wheel_.areTaken() && devices_.areAllHeld(pointers_)) {
-        const auto refused = wheel_.take();
-        if (refused != refusedWheel_ && !refused.empty()) {
-            host_.diagnostic(refusalLine(refused));
-        }
-        refusedWheel_ = refused;
-    }
-}
-
-void HolderSession::holdDevices() {
-    if (!guard_.isRunning() || isPointerTakenByOther()) {
-        letGo(); // an open menu or a locked screen: its scrolling is not ours
-        return;
-    }
-    if (wheel_.isActive()) {
-        isLookDue_ = true; // the release may be a device's own: it must come before that is taken
-        return;
-    }
-    if (devices_.take(pointers_, watch_->lastMover())) {
-        refusedSince_.reset();
-        wasDeviceRefused_ = false;
-        return;
-    }
-    // Whoever is being clicked has the device for as long as that takes: not worth a word.
-    if (!refusedSince_) {
-        refusedSince_ = Clock::now();
-    }
-    if (Clock::now() - *refusedSince_ >= lastingRefusal &&
-        !std::exchange(wasDeviceRefused_, true)) {
-        host_.diagnostic(
-            "⚠️ Another program holds a mouse or touchpad; trying again whenever the "
-            "pointer moves at the edge");
-    }
-}
-
-void HolderSession::leave(const PointerProbe::State& pointer) {
-    refusedSince_.reset();
-    if (wheel_.areTaken()) {
-        wheel_.release();
-    }
-    // A button that is down belongs to a device that is held: its release must come the same way.
-    if (!devices_.areHeld() || pointer.isButtonDown) {
-        return;
-    }
-    // Between two events, if that can be had: what comes meanwhile would be overtaken by the next.
-    constexpr int mostTries = 5;
-    if (!isQuiet() && ++noisyTries_ < mostTries) {
-        isLookDue_ = true;
+    isLookDue_ = isLookDue_ || next != ScrollHold::Next::whenItMoves;
+    if (next == ScrollHold::Next::atOnce) {
         nextLook_ = Clock::now();
-        return;
     }
-    noisyTries_ = 0;
-    devices_.release();
-}
-
-bool HolderSession::isQuiet() {
-    connection_.sync();
-    readEarly();
-    return early_.empty();
 }
 
 void HolderSession::ensureGuard() {
@@ -465,7 +336,7 @@ void HolderSession::watchdogLost() {
     if (connection_.isBroken()) {
         return; // it has done its work
     }
-    letGo();
+    hold_.letGo();
     if (leftPress_.isTaken()) {
         leftPress_.release();
     }

@@ -3,20 +3,20 @@
 #include "Platform/Diagnostics.h"
 #include "Platform/EventServices.h"
 #include "Platform/Linux/x11/HeldDevices.h"
+#include "Platform/Linux/x11/HolderEvents.h"
 #include "Platform/Linux/x11/HolderGuard.h"
 #include "Platform/Linux/x11/InputPoster.h"
 #include "Platform/Linux/x11/LeftPressGrab.h"
 #include "Platform/Linux/x11/PanicChord.h"
-#include "Platform/Linux/x11/PointerDevices.h"
 #include "Platform/Linux/x11/PointerProbe.h"
 #include "Platform/Linux/x11/PointerWatch.h"
+#include "Platform/Linux/x11/ScrollHold.h"
 #include "Platform/Linux/x11/TapExchange.h"
 #include "Platform/Linux/x11/WheelGrabs.h"
 #include "Platform/Linux/x11/X11Displays.h"
 
 #include <chrono>
 #include <cstdint>
-#include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -82,8 +82,7 @@ class HolderSession {
         return !armed_->leftPresses.empty() && geometry_ != nullptr;
     }
     [[nodiscard]] bool isHolding() const {
-        return wheel_.areTaken() || wheel_.isActive() || devices_.areHeld() ||
-               leftPress_.isTaken() || poster_.buttonsDown() != 0;
+        return hold_.isHolding() || leftPress_.isTaken() || poster_.buttonsDown() != 0;
     }
     [[nodiscard]] bool isInBand(const PointerProbe::State& pointer) const;
     [[nodiscard]] bool areArmedAt(const ArmedPlaces& places, Point place) const;
@@ -93,13 +92,9 @@ class HolderSession {
     void adjustToArmed();
     void holdLeftPress();
     void disarm();
-    void letGo();
-    void settleRelease();
 
     void handleEvents();
     void handleEvent(xcb_generic_event_t& event);
-    void readEarly();
-    [[nodiscard]] bool isPointerTakenByOther();
     void handleExtensionEvent(const xcb_ge_generic_event_t& event);
     void panicked();
     void decideWheel(const xcb_button_press_event_t& press);
@@ -111,11 +106,6 @@ class HolderSession {
     void post(const PostedButton& posted);
 
     void look();
-    void refreshPointers();
-    void holdHere(const PointerProbe::State& pointer);
-    void holdDevices();
-    void leave(const PointerProbe::State& pointer);
-    [[nodiscard]] bool isQuiet();
 
     void ensureGuard();
     void tellWatchdog(bool isHolding);
@@ -130,12 +120,12 @@ class HolderSession {
     LeftPressGrab leftPress_;
     InputPoster poster_;
     HeldDevices devices_;
+    HolderEvents events_;
+    ScrollHold hold_;
     PanicChord chord_;
-    std::deque<XcbOwned<xcb_generic_event_t>> early_; // read before their turn
     std::unique_ptr<PointerWatch> watch_;
     HolderGuard guard_;
     WatchdogMessage waiting_; // its last two fields, while the taps are asked about a press
-    PointerDevices pointers_;
     std::shared_ptr<const ArmedTaps> armed_ = std::make_shared<ArmedTaps>();
     X11Displays::GeometryRef geometry_;
     struct {
@@ -143,14 +133,9 @@ class HolderSession {
         Clock::time_point at;
         std::uint64_t posted = 0;
     } consumable_; // the last answer of consumablePlace()
-    bool arePointersStale_ = true;
     bool isPanicked_ = false;
     bool isLookDue_ = false;
-    int noisyTries_ = 0;
     Clock::time_point nextLook_ = Clock::now();
-    std::vector<std::uint8_t> refusedWheel_;        // what stood in the way is said once per change
-    std::optional<Clock::time_point> refusedSince_; // some device; nullopt when none is
-    bool wasDeviceRefused_ = false;
     bool wasLeftPressRefused_ = false;
 };
 

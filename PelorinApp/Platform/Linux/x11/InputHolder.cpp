@@ -15,8 +15,8 @@ constexpr std::chrono::seconds shortLife{1};
 
 InputHolder::InputHolder(TapExchange& exchange, PostedEvents& postedEvents,
                          std::filesystem::path watchdog, Listener listener)
-    : exchange_(exchange), postedEvents_(postedEvents), watchdog_(std::move(watchdog)), listener_(std::move(listener)),
-      thread_([this] { run(); }) {}
+    : exchange_(exchange), postedEvents_(postedEvents), watchdog_(std::move(watchdog)),
+      listener_(std::move(listener)), thread_([this] { run(); }) {}
 
 InputHolder::~InputHolder() {
     order([](HolderOrders& orders) { orders.stop = true; });

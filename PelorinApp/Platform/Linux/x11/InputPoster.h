@@ -33,8 +33,8 @@ class InputPoster {
     void moveBy(double dx, double dy);
     void moveTo(double x, double y);
 
-    /// Buttons as a device numbers them, before the pointer does. A release without a press is that of a press
-    /// made before the device was held: the pointer has it down, and lets it go.
+    /// Buttons as a device numbers them, before the pointer does. A release without a press is that
+    /// of a press made before the device was held: the pointer has it down, and lets it go.
     void press(std::uint32_t button);
     void release(std::uint32_t button);
 

@@ -77,7 +77,8 @@ class X11EventMonitors::Monitor final : public EventMonitor {
 };
 
 X11EventMonitors::X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents)
-    : ownWindows_(ownWindows), postedEvents_(postedEvents), self_(std::make_shared<X11EventMonitors*>(this)) {}
+    : ownWindows_(ownWindows), postedEvents_(postedEvents),
+      self_(std::make_shared<X11EventMonitors*>(this)) {}
 
 X11EventMonitors::~X11EventMonitors() { disconnect(); }
 

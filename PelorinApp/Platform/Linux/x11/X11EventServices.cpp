@@ -12,9 +12,7 @@ namespace {
 /// below what a person takes for a fault.
 constexpr std::chrono::milliseconds tapPatience{200};
 
-std::string nameOf(EventType type) {
-    return type == EventType::leftMouseDown ? "press" : "scroll";
-}
+std::string nameOf(EventType type) { return type == EventType::leftMouseDown ? "press" : "scroll"; }
 
 /// Nothing for what is no mouse button.
 std::optional<PostedButton> postedButton(const FieldEvent& event) {
@@ -87,8 +85,8 @@ X11EventServices::X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics,
                                    std::filesystem::path watchdog, PostedEvents& postedEvents)
     : runLoop_(runLoop), diagnostics_(diagnostics), displays_(displays), mayTap_(std::move(mayTap)),
       watchdog_(std::move(watchdog)),
-      questionNotifier_(question_.descriptor(), QSocketNotifier::Read), exchange_(tapPatience), postedEvents_(postedEvents),
-      self_(std::make_shared<X11EventServices*>(this)) {
+      questionNotifier_(question_.descriptor(), QSocketNotifier::Read), exchange_(tapPatience),
+      postedEvents_(postedEvents), self_(std::make_shared<X11EventServices*>(this)) {
     QObject::connect(&questionNotifier_, &QSocketNotifier::activated, &questionNotifier_,
                      [this] { answerHolder(); });
     displays_.setGeometryHandler([this](const X11Displays::GeometryRef& geometry) {
@@ -140,8 +138,8 @@ EventRef X11EventServices::createEvent() {
     if (!geometry_) {
         return nullptr;
     }
-    return std::make_unique<FieldEvent>(
-        EventType::scrollWheel, fromTopLeft(displays_.mouseLocation()), MouseButton::left);
+    return std::make_unique<FieldEvent>(EventType::scrollWheel,
+                                        fromTopLeft(displays_.mouseLocation()), MouseButton::left);
 }
 
 EventRef X11EventServices::createMouseEvent(EventType type, Point position, MouseButton button) {

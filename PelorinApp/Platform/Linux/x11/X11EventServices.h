@@ -77,7 +77,7 @@ class X11EventServices final : public EventServices {
     TapExchange exchange_;
     PostedEvents& postedEvents_;
     bool isAnswering_ = false;
-    std::vector<PostedButton> posts_; // of callbacks that have yet to answer
+    std::vector<PostedButton> posts_;         // of callbacks that have yet to answer
     std::shared_ptr<X11EventServices*> self_; // what work on the main queue holds weakly
     std::unique_ptr<InputHolder> holder_;     // last: its thread uses what stands above
 };

@@ -334,7 +334,8 @@ TEST_F(LeftPressTest, PostedButtonComesUpWhenTheTapsEnd) {
     auto made =
         services->createTap(TapLocation::hid, TapPlacement::headInsert, TapOptions::filtering,
                             eventMask(EventType::leftMouseDown), Probe::callback, &probe, "probe");
-    const auto down = services->createMouseEvent(EventType::otherMouseDown, {}, MouseButton::middle);
+    const auto down =
+        services->createMouseEvent(EventType::otherMouseDown, {}, MouseButton::middle);
     services->post(TapLocation::hid, *down);
     ASSERT_TRUE(waitUntil([&] { return client.buttons().size() == 1; }));
     made.reset();

@@ -71,8 +71,12 @@ struct TapBench : testing::Test {
     bool lost = false;
     X11Session session{diagnostics, displays, [this] { lost = true; }};
     PostedEvents postedEvents;
-    X11EventServices events{loop, diagnostics, displays, [this] { return session.isGranted(); },
-                            QUILLON_WATCHDOG, postedEvents};
+    X11EventServices events{loop,
+                            diagnostics,
+                            displays,
+                            [this] { return session.isGranted(); },
+                            QUILLON_WATCHDOG,
+                            postedEvents};
     XClient client;
 
     EventTapRef tap(Probe& probe, ArmedAt armedAt = leftBand,
