@@ -4,32 +4,28 @@
 #include "Platform/Linux/touch/UdevTouchpads.h"
 #include "Platform/TouchLibrary.h"
 
+#include <array>
+#include <cstddef>
+#include <new>
 #include <type_traits>
 
 namespace quillon {
 namespace {
 
+alignas(DefaultTouchDevice) std::array<std::byte, sizeof(DefaultTouchDevice)> place;
 /// Is not destroyed, since a program may call us until its very end; only stopped.
-union Storage {
-    Storage() : device(&UdevTouchpads::make) {}
-    Storage(const Storage&) = delete;
-    Storage& operator=(const Storage&) = delete;
-    ~Storage() {}
-
-    DefaultTouchDevice device;
-};
-Storage storage;
+DefaultTouchDevice& theDevice = *new (place.data()) DefaultTouchDevice(&UdevTouchpads::make);
 
 /// No thread may be left in code that is closed, or call a program that ends.
 const struct AtTheEnd {
     AtTheEnd() = default;
     AtTheEnd(const AtTheEnd&) = delete;
     AtTheEnd& operator=(const AtTheEnd&) = delete;
-    ~AtTheEnd() { storage.device.stop(); }
+    ~AtTheEnd() { theDevice.stop(); }
 } atTheEnd;
 
 DefaultTouchDevice* known(TouchDevice device) {
-    return device == &storage.device ? &storage.device : nullptr;
+    return device == &theDevice ? &theDevice : nullptr;
 }
 
 } // namespace
@@ -37,35 +33,31 @@ DefaultTouchDevice* known(TouchDevice device) {
 
 extern "C" {
 
-#define QUILLON_EXPORT [[gnu::visibility("default")]]
-
-QUILLON_EXPORT quillon::TouchDevice MTDeviceCreateDefault() noexcept {
-    return quillon::storage.device.isUsable() ? &quillon::storage.device : nullptr;
+quillon::TouchDevice MTDeviceCreateDefault() noexcept {
+    return quillon::theDevice.isUsable() ? &quillon::theDevice : nullptr;
 }
 
-QUILLON_EXPORT void
-MTRegisterContactFrameCallback(quillon::TouchDevice device,
-                               quillon::ContactFrameCallback callback) noexcept {
+void MTRegisterContactFrameCallback(quillon::TouchDevice device,
+                                    quillon::ContactFrameCallback callback) noexcept {
     if (auto* it = quillon::known(device)) {
         it->setCallback(callback);
     }
 }
 
-QUILLON_EXPORT void
-MTUnregisterContactFrameCallback(quillon::TouchDevice device,
-                                 quillon::ContactFrameCallback callback) noexcept {
+void MTUnregisterContactFrameCallback(quillon::TouchDevice device,
+                                      quillon::ContactFrameCallback callback) noexcept {
     if (auto* it = quillon::known(device)) {
         it->removeCallback(callback);
     }
 }
 
-QUILLON_EXPORT void MTDeviceStart(quillon::TouchDevice device, int /*mode*/) noexcept {
+void MTDeviceStart(quillon::TouchDevice device, int /*mode*/) noexcept {
     if (auto* it = quillon::known(device)) {
         it->start();
     }
 }
 
-QUILLON_EXPORT void MTDeviceStop(quillon::TouchDevice device) noexcept {
+void MTDeviceStop(quillon::TouchDevice device) noexcept {
     if (auto* it = quillon::known(device)) {
         it->stop();
     }
