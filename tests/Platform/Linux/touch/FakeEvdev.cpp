@@ -101,6 +101,12 @@ void FakeEvdev::hold(const std::set<int>& slots) {
     send(change(slots));
 }
 
+void FakeEvdev::move(int slot) {
+    const std::lock_guard lock(mutex_);
+    slot_ = slot;
+    send({{EV_ABS, ABS_MT_SLOT, slot}, {EV_ABS, ABS_MT_POSITION_X, 1}, {EV_SYN, SYN_REPORT, 0}});
+}
+
 void FakeEvdev::holdAndDrop(const std::set<int>& slots) {
     const std::lock_guard lock(mutex_);
     change(slots);
@@ -183,9 +189,6 @@ int FakeEvdev::answer(unsigned long request, void* argument) {
         std::memset(argument, 0, size);
         return static_cast<int>(size);
     case 0x0a: { // EVIOCGMTSLOTS
-        if (asked_) {
-            std::exchange(asked_, nullptr)();
-        }
         auto* values = static_cast<int*>(argument);
         const bool areIds = values[0] == ABS_MT_TRACKING_ID;
         for (std::size_t slot = 0; slot < ids_.size() && slot + 1 < size / sizeof(int); ++slot) {
@@ -194,6 +197,9 @@ int FakeEvdev::answer(unsigned long request, void* argument) {
         return 0;
     }
     case 0x18: // EVIOCGKEY
+        if (asked_) {
+            std::exchange(asked_, nullptr)();
+        }
         copyBits(keys_, argument, size);
         return static_cast<int>(size);
     default:

@@ -35,13 +35,17 @@ class FakeEvdev {
     /// Fingers in these slots and no others; in one frame, with their keys.
     void hold(const std::set<int>& slots);
 
-    /// The same, but nobody is told: what was sent is lost, and readers are told that much.
+    /// The finger in this slot, which was not spoken of last.
+    void move(int slot);
+
+    /// As hold(), but nobody is told: what was sent is lost, and readers are told that much.
     void holdAndDrop(const std::set<int>& slots);
 
     /// What was sent and not read is lost, too.
     void unplug();
 
-    /// Called while somebody asks for the state of its slots.
+    /// Called once, when somebody asks next for the state of its keys. At first that is before he
+    /// asks for that of its slots, later between what is in them and which one was spoken of last.
     void onQuestion(std::function<void()> asked);
 
     /// How it answers; negative for what it does not know.
