@@ -44,6 +44,30 @@ def desktop_switcher(stage: Stage) -> None:
     stage.expect(lambda: stage.wheel_is("free"), "out of the band, the wheel is free again")
 
 
+def window_switcher(stage: Stage) -> None:
+    desktop = stage.desktop
+
+    def in_front() -> str:
+        window = desktop.run("xdotool", "getactivewindow").strip()
+        return desktop.run("xprop", "-id", window, "-notype", "WM_CLASS").rpartition('"')[0].rpartition('"')[2]
+
+    desktop.set_desktop(0)
+    stage.say("Window switcher. The pointer is in the band at the bottom.")
+    stage.go_to(stage.bottom_band)
+    stage.expect(lambda: stage.wheel_is("taken"), "the wheel is Quillon's")
+    seen = [in_front()]
+    for direction in ("up", "up", "down"):
+        before = in_front()
+        received = stage.turn_wheel(direction, 4)
+        stage.expect(lambda: in_front() != before, f"wheel {direction}, 4 notches: {before} is in front no more")
+        stage.expect(lambda: received == 0, "and the client got none of them")
+        seen.append(in_front())
+        stage.picture(f"window-{len(seen) - 1}-{direction}")
+    stage.say(f"   In front were: {', '.join(seen)}")
+    stage.expect(lambda: in_front() == seen[1], "down goes back to the one before")
+    stage.go_to(stage.outside)
+
+
 def status_item(stage: Stage) -> None:
     view, desktop = stage.view, stage.desktop
     stage.say("The item in the tray.")
@@ -72,7 +96,7 @@ def status_item(stage: Stage) -> None:
     stage.picture("level")
 
 
-GESTURES = [desktop_switcher, status_item]
+GESTURES = [desktop_switcher, window_switcher, status_item]
 
 
 def main() -> int:
@@ -83,6 +107,9 @@ def main() -> int:
         with PrivateDesktop(panel="tint2", bus=True, audio=True, logs=PICTURES / "log") as desktop:
             for edge in ("Tool4LeftEdge", "Tool4RightEdge"):
                 desktop.run(PROGRAM, "defaults", "write", edge, "true")
+            for setting in ("WindowSwitcher_IsEnabled", "WindowSwitcher_BottomEdge"):
+                desktop.run(PROGRAM, "defaults", "--suite", "com.pelorin.shared", "write", setting,
+                            "true")
             stage = Stage(desktop, PROGRAM, PICTURES)
             for gesture in GESTURES:
                 gesture(stage)

@@ -22,6 +22,7 @@ class Stage:
     # Points to scroll at: over the witness in the left band, outside of every
     # band, and in the right band.
     left_band, outside, right_band = (12, 670), (640, 670), (1267, 670)
+    bottom_band = (640, 755)
 
     def __init__(self, desktop: PrivateDesktop, program, pictures: pathlib.Path):
         self.desktop = desktop

@@ -10,11 +10,10 @@ import unittest
 
 import device_tests  # noqa: F401  (first: it says where the other modules are)
 from kernel_desktop import KernelDesktop
-from uinput_touchpads import OldTouchpad, PalmTouchpad, SemiTouchpad, Touchpad
+from uinput_touchpads import PLACES, OldTouchpad, PalmTouchpad, SemiTouchpad, Touchpad
 from witnesses import QUILLON, TOUCH_PROBE, wait_until
 
 LIBRARY = QUILLON.parent / "libquillon-touch.so"
-PLACES = [(20 + 12 * finger, 30) for finger in range(5)]
 # The owner of a device, who may read it only if its mode says so.
 WITHOUT_RIGHTS = ["setpriv", "--bounding-set", "-dac_override,-dac_read_search"]
 

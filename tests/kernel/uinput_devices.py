@@ -132,6 +132,12 @@ class Device:
         self.press(button)
         self.release(button)
 
+    def release_unseen(self, button: int) -> None:
+        """As release(), where the server may make nothing of it: it counts the button as up."""
+        await_turn(self._changed.get(button, 0.0) + self.BOUNCE, self._file, self.name)
+        self._send((EV_KEY, BUTTONS[button], False))
+        self._changed[button] = time.monotonic()
+
     def _change(self, button: int, down: bool) -> None:
         await_turn(self._changed.get(button, 0.0) + self.BOUNCE, self._file, self.name)
         raw, key = self._desktop.raw_events, (self.number, button, down)

@@ -11,6 +11,8 @@ BTN_TOOL_DOUBLETAP, BTN_TOOL_TRIPLETAP, BTN_TOOL_QUADTAP = 0x14d, 0x14e, 0x14f
 ABS_MT_SLOT, ABS_MT_POSITION_X, ABS_MT_POSITION_Y = 0x2f, 0x35, 0x36
 ABS_MT_TOOL_TYPE, ABS_MT_TRACKING_ID = 0x37, 0x39
 MT_TOOL_FINGER, MT_TOOL_PALM = 0, 2
+# For up to five fingers, in millimetres: in the middle, away from where a touchpad has its buttons.
+PLACES = [(20 + 12 * finger, 30) for finger in range(5)]
 INPUT_PROP_POINTER, INPUT_PROP_BUTTONPAD, INPUT_PROP_SEMI_MT = 0, 2, 3
 
 
