@@ -17,15 +17,16 @@ def output(*command) -> str:
 
 class TouchSymbols(unittest.TestCase):
     def test_exports_what_it_is_opened_for(self):
-        names = [line.split()[-1] for line in output("nm", "-D", "--defined-only", LIBRARY).splitlines()]
-        self.assertEqual(sorted(names), ["MTDeviceCreateDefault", "MTDeviceStart", "MTDeviceStop",
-                                         "MTRegisterContactFrameCallback",
-                                         "MTUnregisterContactFrameCallback"])
+        lines = output("nm", "-D", "--defined-only", LIBRARY).splitlines()
+        self.assertEqual(sorted(line.split()[-1] for line in lines), [
+            "MTDeviceCreateDefault", "MTDeviceStart", "MTDeviceStop",
+            "MTRegisterContactFrameCallback", "MTUnregisterContactFrameCallback"])
 
     def test_needs_no_toolkit(self):
         needed = re.findall(r"NEEDED.*\[(.*)\]", output("readelf", "-d", LIBRARY))
         self.assertIn("libevdev.so.2", needed)
-        self.assertEqual([name for name in needed if re.match(r"libQt|libX|libxcb|libglib", name)], [])
+        toolkits = re.compile(r"libQt|libX|libxcb|libglib")
+        self.assertEqual([name for name in needed if toolkits.match(name)], [])
 
 
 if __name__ == "__main__":

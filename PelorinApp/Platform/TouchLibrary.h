@@ -10,8 +10,9 @@ extern "C" {
 
 using TouchDevice = void*;
 
-/// Called for every frame of contacts on the library's own thread. `contacts` are records of the
-/// library's own shape; `timestamp` is in seconds. What it returns is of no meaning.
+/// Called for frames of contacts on the library's own thread: for each, or at least for those in
+/// which their number changes. `contacts` are records of the library's own shape, or null;
+/// `timestamp` is in seconds. What it returns is of no meaning.
 using ContactFrameCallback = int (*)(TouchDevice device, void* contacts, std::int32_t count,
                                      double timestamp, std::int32_t frame);
 
@@ -21,7 +22,7 @@ using CreateDefaultTouchDevice = TouchDevice (*)();
 /// "MTRegisterContactFrameCallback" and "MTUnregisterContactFrameCallback".
 using ChangeContactFrameCallback = void (*)(TouchDevice device, ContactFrameCallback callback);
 
-/// "MTDeviceStart": frames come from now on. `mode` is 0.
+/// "MTDeviceStart": frames come from now on; fingers that rest already give one, too. `mode` is 0.
 using StartTouchDevice = void (*)(TouchDevice device, int mode);
 
 /// "MTDeviceStop": no frame comes once it has returned.

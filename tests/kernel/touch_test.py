@@ -9,11 +9,13 @@ import subprocess
 import unittest
 
 import device_tests  # noqa: F401  (first: it says where the other modules are)
-from kernel_desktop import KernelDesktop
+from kernel_desktop import TREE, KernelDesktop
+from uinput_devices import Mouse
 from uinput_touchpads import PLACES, OldTouchpad, PalmTouchpad, SemiTouchpad, Touchpad
 from witnesses import QUILLON, TOUCH_PROBE, wait_until
 
 LIBRARY = QUILLON.parent / "libquillon-touch.so"
+DOCUMENT = TREE / "docs/touchpad.md"
 # The owner of a device, who may read it only if its mode says so.
 WITHOUT_RIGHTS = ["setpriv", "--bounding-set", "-dac_override,-dac_read_search"]
 
@@ -264,7 +266,7 @@ class TouchpadsComeAndGo(TouchTest):
     def test_rights_that_come_later(self):
         fingers, probe = self.plugged(), self.probe(*WITHOUT_RIGHTS)
         probe.start(0)
-        with self.rule('ATTRS{name}=="other fingers", MODE="0000"'):
+        with self.rule('KERNEL=="event*", ATTRS{name}=="other fingers", MODE="0000"'):
             other = self.plugged(name="other fingers")
             self.desktop.run("udevadm", "settle")
             self.assertEqual(os.stat(other.node()).st_mode & 0o777, 0)
@@ -277,11 +279,32 @@ class TouchpadsComeAndGo(TouchTest):
         self.desktop.run("udevadm", "trigger", "--action=change", f"--name-match={other.node()}")
         probe.expect(3)
 
+    def test_the_rule_that_grants_access(self):
+        """As written for people; who sits at the machine is known only where people log in."""
+        name, rule = re.search(r"`/etc/udev/rules.d/(\S+)`:\n\n    (.*)\n", DOCUMENT.read_text()).groups()
+        fingers, mouse = self.plugged(), self.plugged(Mouse, "mouse")
+
+        def tags(device):
+            self.desktop.run("udevadm", "trigger", "--action=change",
+                             f"--name-match={device.node()}", "--settle")
+            return self.desktop.run("udevadm", "info", "--query=property",
+                                    "--property=CURRENT_TAGS", "--value", device.node())
+        self.assertNotIn(":uaccess:", tags(fingers))
+        with self.rule(rule, name):
+            self.assertIn(":uaccess:", tags(fingers))
+            self.assertNotIn(":uaccess:", tags(mouse))
+            # What acts upon it comes later.
+            after = [file.name for folder in ("/lib/udev/rules.d", "/etc/udev/rules.d")
+                     for file in pathlib.Path(folder).glob("*.rules")
+                     if re.search(r'TAG=="uaccess",.*RUN\{builtin\}', file.read_text())]
+            self.assertTrue(after)
+            self.assertLess(name, min(after))
+
     @contextlib.contextmanager
-    def rule(self, text: str):
-        file = pathlib.Path("/run/udev/rules.d/90-touch-test.rules")
+    def rule(self, text: str, name="90-touch-test.rules"):
+        file = pathlib.Path("/run/udev/rules.d") / name
         file.parent.mkdir(parents=True, exist_ok=True)
-        file.write_text(f'SUBSYSTEM=="input", KERNEL=="event*", {text}\n')
+        file.write_text(f"{text}\n")
         self.desktop.run("udevadm", "control", "--reload")
         try:
             yield
