@@ -5,93 +5,16 @@ import os
 import pathlib
 import re
 import signal
-import subprocess
-import unittest
 
-import device_tests  # noqa: F401  (first: it says where the other modules are)
-from kernel_desktop import TREE, KernelDesktop
+from touch_bench import TouchTest  # first: it says where the other modules are
+from kernel_desktop import TREE
 from uinput_devices import Mouse
 from uinput_touchpads import PLACES, OldTouchpad, PalmTouchpad, SemiTouchpad, Touchpad
-from witnesses import QUILLON, TOUCH_PROBE, wait_until
+from witnesses import wait_until
 
-LIBRARY = QUILLON.parent / "libquillon-touch.so"
 DOCUMENT = TREE / "docs/touchpad.md"
 # The owner of a device, who may read it only if its mode says so.
 WITHOUT_RIGHTS = ["setpriv", "--bounding-set", "-dac_override,-dac_read_search"]
-
-
-class Probe:
-    """A program that uses the library."""
-
-    _numbers = iter(range(1, 1000))
-
-    def __init__(self, desktop, prefix=()):
-        self._name = f"touch_probe {next(self._numbers)}"
-        self._desktop = desktop
-        self.process = desktop.start(self._name, [*prefix, TOUCH_PROBE, LIBRARY], text=True,
-                                     stdin=subprocess.PIPE)
-        self._seen = 0
-
-    def lines(self) -> list[str]:
-        """Since it was last told to do something or its frames were expected."""
-        return self._desktop.log(self._name).splitlines()[self._seen:]
-
-    def start(self, *frames: int) -> None:
-        """With frames of so many contacts at once."""
-        self.do("start", "started")
-        self.expect(*frames)
-
-    def stop(self) -> None:
-        self.do("stop", "stopped")
-
-    def do(self, command: str, answer: str) -> None:
-        self.process.stdin.write(f"{command}\n")
-        self.process.stdin.flush()
-        self._await([answer], exactly=False)
-
-    def expect(self, *frames: int) -> None:
-        """These and no other."""
-        self._await([f"frame {count}" for count in frames])
-
-    def expect_last(self, frame: int) -> int:
-        """Whatever came before; answers how many that were."""
-        self._desktop.wait_for(self.process, lambda: self.lines()[-1:] == [f"frame {frame}"],
-                               f"frame {frame} at last")
-        count = len(self.lines())
-        self._seen += count
-        return count
-
-    def _await(self, wanted: list[str], exactly=True) -> None:
-        """What comes after what is wanted must be wanted next."""
-        self._desktop.wait_for(self.process, lambda: len(self.lines()) >= len(wanted),
-                               f"{wanted}, not only {self.lines()}")
-        got = self.lines()
-        if got[:len(wanted)] != wanted or (exactly and len(got) != len(wanted)):
-            raise AssertionError(f"{got} instead of {wanted}")
-        self._seen += len(wanted)
-
-    def wakings(self) -> int:
-        """How often threads of it have slept till now."""
-        tasks = pathlib.Path(f"/proc/{self.process.pid}/task").iterdir()
-        return sum(int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", (task / "status").read_text(),
-                                 re.MULTILINE)[1]) for task in tasks)
-
-
-class TouchTest(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.desktop = cls.enterClassContext(KernelDesktop())
-
-    def plugged(self, kind=Touchpad, name="fingers"):
-        """A touchpad until the test ends."""
-        touchpad = kind(self.desktop, name)
-        self.addCleanup(lambda: touchpad.is_enabled and touchpad.unplug())
-        return touchpad
-
-    def probe(self, *prefix) -> Probe:
-        probe = Probe(self.desktop, prefix)
-        self.addCleanup(self.desktop.end, probe.process)
-        return probe
 
 
 class Touches(TouchTest):
@@ -281,7 +204,8 @@ class TouchpadsComeAndGo(TouchTest):
 
     def test_the_rule_that_grants_access(self):
         """As written for people; who sits at the machine is known only where people log in."""
-        name, rule = re.search(r"`/etc/udev/rules.d/(\S+)`:\n\n    (.*)\n", DOCUMENT.read_text()).groups()
+        name, rule = re.search(r"`/etc/udev/rules.d/(\S+)`:\n\n    (.*)\n",
+                               DOCUMENT.read_text()).groups()
         fingers, mouse = self.plugged(), self.plugged(Mouse, "mouse")
 
         def tags(device):

@@ -12,8 +12,6 @@ struct ContactSlot {
     int trackingId = -1; // negative: nothing there
     int toolType = 0;    // MT_TOOL_FINGER
     int distance = 0;    // 0: on the surface
-
-    friend bool operator==(const ContactSlot&, const ContactSlot&) = default;
 };
 
 /// What a touchpad says besides: the keys BTN_TOUCH (0) and, for one (1) to five (5) contacts,
@@ -29,8 +27,6 @@ struct ContactState {
     int slot = 0;                   // that is spoken of; out of range: one that is not followed
     ContactKeys keys;
     bool hasTouchKey = false; // without it, a tool key alone says that something is down
-
-    friend bool operator==(const ContactState&, const ContactState&) = default;
 };
 
 /// Counts the contacts that are down on a touchpad, from its input events. No I/O, no allocation

@@ -12,10 +12,6 @@ namespace {
 
 constexpr const char* isTouchpad = "ID_INPUT_TOUCHPAD";
 
-struct Unreference {
-    void operator()(udev_enumerate* it) const { udev_enumerate_unref(it); }
-};
-
 /// Each device is a node of events below one or more that have other uses.
 bool isNode(udev_device* device) {
     const char* name = udev_device_get_sysname(device);
@@ -27,6 +23,7 @@ bool isNode(udev_device* device) {
 
 void UdevTouchpads::Release::operator()(udev* it) const { udev_unref(it); }
 void UdevTouchpads::Release::operator()(udev_device* it) const { udev_device_unref(it); }
+void UdevTouchpads::Release::operator()(udev_enumerate* it) const { udev_enumerate_unref(it); }
 void UdevTouchpads::Release::operator()(udev_monitor* it) const { udev_monitor_unref(it); }
 
 std::unique_ptr<TouchpadDirectory> UdevTouchpads::make() {
@@ -74,7 +71,7 @@ bool UdevTouchpads::readNews() {
 
 std::vector<TouchpadNode> UdevTouchpads::list() {
     std::vector<TouchpadNode> nodes;
-    const std::unique_ptr<udev_enumerate, Unreference> all(udev_enumerate_new(udev_.get()));
+    const std::unique_ptr<udev_enumerate, Release> all(udev_enumerate_new(udev_.get()));
     if (all == nullptr || udev_enumerate_add_match_subsystem(all.get(), "input") < 0 ||
         udev_enumerate_add_match_property(all.get(), isTouchpad, "1") < 0 ||
         udev_enumerate_scan_devices(all.get()) < 0) {

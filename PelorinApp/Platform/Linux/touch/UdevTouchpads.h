@@ -6,6 +6,7 @@
 
 struct udev;
 struct udev_device;
+struct udev_enumerate;
 struct udev_monitor;
 
 namespace quillon {
@@ -25,6 +26,7 @@ class UdevTouchpads final : public TouchpadDirectory {
     struct Release {
         void operator()(udev* it) const;
         void operator()(udev_device* it) const;
+        void operator()(udev_enumerate* it) const;
         void operator()(udev_monitor* it) const;
     };
 
