@@ -35,6 +35,7 @@ PRESS_TAP = built("PRESS_TAP", "tests/desktop/clients/press_tap")
 WATCHDOG = built("WATCHDOG", "quillon-watchdog")
 X11_PROBE = built("X11_PROBE", "tests/desktop/clients/x11_probe")
 TOUCH_PROBE = built("TOUCH_PROBE", "tests/desktop/clients/touch_probe")
+WINDOW_TOOL = built("WINDOW_TOOL", "tests/Platform/Linux/window_tool")
 
 
 def wheel_is_free(desktop) -> bool:

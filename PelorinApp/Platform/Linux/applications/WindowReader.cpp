@@ -205,31 +205,50 @@ std::optional<WindowState> AskedState::answer() const {
     };
 }
 
+AskedStacking::AskedStacking(const WindowLink& link)
+    : stacking_(link.get(), link.root(), link.atoms().clientListStacking, mostWindows),
+      list_(link.get(), link.root(), link.atoms().clientList, mostWindows) {}
+
+std::optional<std::vector<xcb_window_t>> AskedStacking::answer() const {
+    const auto stacking = stacking_.reply();
+    const auto list = list_.reply();
+    const auto isSet = [](const AskedProperty::Reply& reply) {
+        return reply && reply->format == 32;
+    };
+    if (!isSet(stacking) && !isSet(list)) {
+        return std::nullopt;
+    }
+    const auto backToFront = valuesOf(stacking);
+    std::vector<xcb_window_t> windows(backToFront.rbegin(), backToFront.rend());
+    // Some publish the order only once it has changed; what is new is in front until then.
+    for (const xcb_window_t window : valuesOf(list)) {
+        if (!contains(backToFront, window)) {
+            windows.insert(windows.begin(), window);
+        }
+    }
+    return windows;
+}
+
 std::optional<DesktopFacts> readDesktop(const WindowLink& link) {
     xcb_connection_t* const x = link.get();
     const auto& atoms = link.atoms();
-    const AskedProperty askedStacking(x, link.root(), atoms.clientListStacking, mostWindows);
-    const AskedProperty askedList(x, link.root(), atoms.clientList, mostWindows);
+    const AskedStacking askedStacking(link);
     const AskedProperty askedDesktop(x, link.root(), atoms.currentDesktop, 1);
     const AskedProperty askedActive(x, link.root(), atoms.activeWindow, 1);
     const auto askedFocus = xcb_get_input_focus(x);
-    auto list = askedStacking.reply();
-    if (auto unordered = askedList.reply(); list && list->format != 32) {
-        list = std::move(unordered); // the best there is
-    }
+    auto listed = askedStacking.answer();
     DesktopFacts facts;
     facts.currentDesktop = firstOf(askedDesktop.reply());
     const xcb_window_t active = firstOf(askedActive.reply()).value_or(XCB_NONE);
     const XcbOwned<xcb_get_input_focus_reply_t> focus(
         xcb_get_input_focus_reply(x, askedFocus, nullptr));
-    if (!list || list->format != 32 || !focus) {
+    if (!listed || !focus) {
         return std::nullopt;
     }
     // Of the focus, the first two numbers are no windows: nobody, and whoever has the pointer.
     facts.frontWindow = active != XCB_NONE ? active : focus->focus > 1 ? focus->focus : XCB_NONE;
 
-    const auto backToFront = valuesOf(list);
-    std::vector<xcb_window_t> windows(backToFront.rbegin(), backToFront.rend());
+    std::vector<xcb_window_t> windows = std::move(*listed);
     std::vector<AskedWindow> asked;
     asked.reserve(windows.size());
     for (const xcb_window_t window : windows) {

@@ -36,4 +36,16 @@ class AskedState {
     AskedProperty desktop_, state_, wmState_;
 };
 
+/// The windows that the window manager looks after.
+class AskedStacking {
+  public:
+    explicit AskedStacking(const WindowLink& link);
+
+    /// To be called once. Front to back; nothing when nobody lists them.
+    [[nodiscard]] std::optional<std::vector<xcb_window_t>> answer() const;
+
+  private:
+    AskedProperty stacking_, list_;
+};
+
 } // namespace quillon

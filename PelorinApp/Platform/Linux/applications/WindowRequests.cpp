@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <map>
 #include <vector>
 
 namespace quillon {
@@ -41,7 +41,7 @@ WindowRequests::Scene WindowRequests::look(std::span<const xcb_window_t> windows
     xcb_connection_t* const x = link_.get();
     const auto& atoms = link_.atoms();
     link_.askTime();
-    const AskedProperty askedStacking(x, link_.root(), atoms.clientListStacking, mostValues);
+    const AskedStacking askedStacking(link_);
     const AskedProperty askedDesktop(x, link_.root(), atoms.currentDesktop, 1);
     const AskedProperty askedSupported(x, link_.root(), atoms.supported, mostValues);
     std::vector<AskedState> asked;
@@ -51,8 +51,7 @@ WindowRequests::Scene WindowRequests::look(std::span<const xcb_window_t> windows
     }
     xcb_flush(x); // all of it, or waiting for the first answer would send only its question
 
-    const auto stackingReply = askedStacking.reply();
-    const auto stacking = valuesOf(stackingReply);
+    const auto frontToBack = askedStacking.answer().value_or(std::vector<xcb_window_t>{});
     const auto desktopReply = askedDesktop.reply();
     const auto desktop = valuesOf(desktopReply);
     const auto supportedReply = askedSupported.reply();
@@ -64,20 +63,17 @@ WindowRequests::Scene WindowRequests::look(std::span<const xcb_window_t> windows
     }
     scene.canRestack =
         std::find(supported.begin(), supported.end(), atoms.restack) != supported.end();
-    std::vector<std::pair<std::ptrdiff_t, Scene::Place>> placed; // by how far in front
+    std::map<xcb_window_t, Scene::Place> present;
     for (std::size_t i = 0; i < windows.size(); ++i) {
         const auto state = asked[i].answer();
-        if (!state || !state->isManaged || isMinimised(*state, scene.currentDesktop)) {
-            continue;
+        if (state && state->isManaged && !isMinimised(*state, scene.currentDesktop)) {
+            present[windows[i]] = {windows[i], state->desktop.value_or(everyDesktop)};
         }
-        const auto height = std::find(stacking.begin(), stacking.end(), windows[i]);
-        placed.push_back({height == stacking.end() ? -1 : height - stacking.begin(),
-                          {windows[i], state->desktop.value_or(everyDesktop)}});
     }
-    std::stable_sort(placed.begin(), placed.end(),
-                     [](const auto& a, const auto& b) { return a.first > b.first; });
-    for (const auto& [height, place] : placed) {
-        scene.places.push_back(place);
+    for (const xcb_window_t window : frontToBack) {
+        if (const auto found = present.find(window); found != present.end()) {
+            scene.places.push_back(found->second);
+        }
     }
     scene.time = link_.takeTime();
     return scene;

@@ -83,6 +83,26 @@ TEST_F(LinuxWindowsTest, WithoutAListThereIsNone) {
     EXPECT_EQ(windows->runningApplication(1), nullptr);
 }
 
+TEST_F(LinuxWindowsTest, WindowsThatAreNotInTheOrderYetAreInFront) {
+    const auto& atoms = others.atoms();
+    const auto root = others.connection().root();
+    const xcb_window_t first = others.open(1, "A");
+    const xcb_window_t second = others.open(2, "B");
+    const auto front = [&] {
+        runLoop.drain();
+        const auto list = windows->copyWindowList(noDesktop);
+        return list && list->size() == 2 ? list->front().ownerProcess : std::nullopt;
+    };
+    others.set(root, atoms.clientList, XCB_ATOM_WINDOW, {first, second});
+    EXPECT_EQ(front(), 2);
+    others.set(root, atoms.clientListStacking, XCB_ATOM_WINDOW, {second});
+    EXPECT_EQ(front(), 1);
+    others.remove(root, atoms.clientListStacking);
+    EXPECT_EQ(front(), 2);
+    windows->runningApplication(1)->activate(everything);
+    EXPECT_EQ(requests().size(), 2U);
+}
+
 TEST_F(LinuxWindowsTest, TellsWhatIsKnownOfAWindow) {
     const xcb_window_t window = others.open(77, "Editor");
     others.set(window, others.atoms().frameExtents, XCB_ATOM_CARDINAL, {1, 2, 20, 5});
