@@ -99,7 +99,9 @@ bool WindowRequests::activate(std::span<const xcb_window_t> windows,
         return false;
     }
     if (!scene.isPresent(*target)) {
-        ask(link_.root(), link_.atoms().currentDesktop, target->desktop, scene.time);
+        // Without a time: for xfwm4 the window that had the keyboard on that desktop would be as
+        // fresh as the one that is to get it, and keep it.
+        ask(link_.root(), link_.atoms().currentDesktop, target->desktop, XCB_CURRENT_TIME);
     }
     const std::uint32_t desktop =
         scene.isPresent(*target) ? scene.currentDesktop.value_or(everyDesktop) : target->desktop;
