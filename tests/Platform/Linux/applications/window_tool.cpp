@@ -30,6 +30,7 @@ namespace quillon {
 namespace {
 
 using Json = nlohmann::json;
+using Clock = std::chrono::steady_clock;
 
 constexpr ActivationOptions everything =
     ActivationOptions::allWindows | ActivationOptions::ignoringOtherApps;
@@ -147,7 +148,6 @@ class Tool {
     }
 
     Json measure(std::istringstream& words) {
-        using Clock = std::chrono::steady_clock;
         std::size_t count = 0;
         words >> count;
         std::vector<ProcessId> targets;
@@ -169,9 +169,19 @@ class Tool {
             }
             const std::chrono::duration<double, std::micro> taken = Clock::now() - start;
             times.push_back(taken.count());
-            QCoreApplication::processEvents();
+            awaitFront(targets[i % targets.size()], Clock::now() + std::chrono::seconds(2));
         }
         return times;
+    }
+
+    /// Until the window manager has done what it was asked for.
+    void awaitFront(ProcessId process, Clock::time_point deadline) {
+        RunningApplicationRef front;
+        do {
+            QCoreApplication::processEvents();
+            front = windows_.frontmostApplication();
+        } while ((!front || front->processIdentifier() != process) && Clock::now() < deadline);
+        QCoreApplication::processEvents();
     }
 
     QtRunLoop& runLoop_;
