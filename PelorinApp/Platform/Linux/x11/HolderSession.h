@@ -10,6 +10,7 @@
 #include "Platform/Linux/x11/PanicChord.h"
 #include "Platform/Linux/x11/PointerProbe.h"
 #include "Platform/Linux/x11/PointerWatch.h"
+#include "Platform/Linux/x11/PostedButton.h"
 #include "Platform/Linux/x11/ScrollHold.h"
 #include "Platform/Linux/x11/TapExchange.h"
 #include "Platform/Linux/x11/WheelGrabs.h"
@@ -32,12 +33,6 @@ using ArmedPlaces = std::vector<ArmedAt>;
 struct ArmedTaps {
     ArmedPlaces scrolls;
     ArmedPlaces leftPresses;
-};
-
-/// An event that a tool has made. `button` is the number that applications see.
-struct PostedButton {
-    std::uint8_t button = 0;
-    bool isDown = false;
 };
 
 /// What the holder is to do, as the main thread last said it.

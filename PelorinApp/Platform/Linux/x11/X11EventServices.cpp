@@ -1,6 +1,5 @@
 #include "Platform/Linux/x11/X11EventServices.h"
 
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -14,60 +13,11 @@ constexpr std::chrono::milliseconds tapPatience{200};
 
 std::string nameOf(EventType type) { return type == EventType::leftMouseDown ? "press" : "scroll"; }
 
-/// Nothing for what is no mouse button.
-std::optional<PostedButton> postedButton(const FieldEvent& event) {
-    switch (event.type()) {
-    case EventType::leftMouseDown:
-    case EventType::leftMouseUp:
-        return PostedButton{1, event.type() == EventType::leftMouseDown};
-    case EventType::rightMouseDown:
-    case EventType::rightMouseUp:
-        return PostedButton{3, event.type() == EventType::rightMouseDown};
-    case EventType::otherMouseDown:
-    case EventType::otherMouseUp:
-        return PostedButton{2, event.type() == EventType::otherMouseDown};
-    default:
-        return std::nullopt;
-    }
-}
-
 } // namespace
-
-class X11EventServices::Tap final : public EventTap {
-  public:
-    Tap(X11EventServices& owner, std::uint64_t interest, EventTapCallback function, void* context,
-        std::string_view tool)
-        : mask(interest), callback(function), userInfo(context), toolId(tool), services_(owner) {}
-    Tap(const Tap&) = delete;
-    Tap& operator=(const Tap&) = delete;
-    ~Tap() override { services_.publishTaps(); }
-
-    [[nodiscard]] bool isListening() const { return enabled && attached; }
-    [[nodiscard]] bool wants(EventType type) const {
-        return isListening() && (mask & eventMask(type)) != 0;
-    }
-
-    void setAttached(bool now) {
-        attached = now;
-        services_.publishTaps();
-    }
-
-    std::uint64_t mask;
-    EventTapCallback callback;
-    void* userInfo;
-    std::string toolId;
-    bool enabled = false;
-    bool attached = false;
-    ArmedAt armedAt;
-    std::function<void()> invalidated;
-
-  private:
-    X11EventServices& services_;
-};
 
 class X11EventServices::Source final : public RunLoopSource {
   public:
-    explicit Source(const std::shared_ptr<Tap>& tap) : tap_(tap) {}
+    explicit Source(const std::shared_ptr<X11EventTap>& tap) : tap_(tap) {}
     void attach() override { setAttached(true); }
     void detach() override { setAttached(false); }
 
@@ -77,7 +27,7 @@ class X11EventServices::Source final : public RunLoopSource {
             tap->setAttached(attached);
         }
     }
-    std::weak_ptr<Tap> tap_;
+    std::weak_ptr<X11EventTap> tap_;
 };
 
 X11EventServices::X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics,
@@ -106,7 +56,8 @@ EventTapRef X11EventServices::createTap(TapLocation /*location*/, TapPlacement /
     if (!mayTap_()) {
         return nullptr;
     }
-    auto tap = std::make_shared<Tap>(*this, eventsOfInterest, callback, userInfo, owner);
+    auto tap = std::make_shared<X11EventTap>([this] { publishTaps(); }, eventsOfInterest, callback,
+                                             userInfo, owner);
     std::erase_if(taps_, [](const auto& old) { return old.expired(); });
     taps_.insert(taps_.begin(), tap);
     if (!holder_) {
@@ -117,20 +68,20 @@ EventTapRef X11EventServices::createTap(TapLocation /*location*/, TapPlacement /
 }
 
 RunLoopSourceRef X11EventServices::createRunLoopSource(const EventTapRef& tap) {
-    return std::make_shared<Source>(std::static_pointer_cast<Tap>(tap));
+    return std::make_shared<Source>(std::static_pointer_cast<X11EventTap>(tap));
 }
 
 void X11EventServices::enableTap(EventTap& tap, bool enable) {
-    static_cast<Tap&>(tap).enabled = enable;
+    static_cast<X11EventTap&>(tap).enabled = enable;
     publishTaps();
 }
 
 void X11EventServices::setInvalidationHandler(EventTap& tap, std::function<void()> handler) {
-    static_cast<Tap&>(tap).invalidated = std::move(handler);
+    static_cast<X11EventTap&>(tap).invalidated = std::move(handler);
 }
 
 void X11EventServices::setArmedAt(EventTap& tap, ArmedAt armedAt) {
-    static_cast<Tap&>(tap).armedAt = std::move(armedAt);
+    static_cast<X11EventTap&>(tap).armedAt = std::move(armedAt);
     publishTaps();
 }
 
@@ -177,8 +128,8 @@ void X11EventServices::setPanicHandler(std::function<void()> handler) {
     panicHandler_ = std::move(handler);
 }
 
-std::vector<std::shared_ptr<X11EventServices::Tap>> X11EventServices::living() const {
-    std::vector<std::shared_ptr<Tap>> taps;
+std::vector<std::shared_ptr<X11EventTap>> X11EventServices::living() const {
+    std::vector<std::shared_ptr<X11EventTap>> taps;
     for (const auto& weak : taps_) {
         if (auto tap = weak.lock()) {
             taps.push_back(std::move(tap));
@@ -290,7 +241,7 @@ Verdict X11EventServices::runTaps(const TapQuestion& question) {
     return Verdict::pass;
 }
 
-void X11EventServices::switchOff(Tap& tap, EventType waiting) {
+void X11EventServices::switchOff(X11EventTap& tap, EventType waiting) {
     diagnostics_.line("⚠️ " + tap.toolId + " kept a " + nameOf(waiting) +
                       " waiting; it was passed on");
     tap.enabled = false;

@@ -6,6 +6,7 @@
 #include "Platform/Linux/x11/InputHolder.h"
 #include "Platform/Linux/x11/TapExchange.h"
 #include "Platform/Linux/x11/X11Displays.h"
+#include "Platform/Linux/x11/X11EventTap.h"
 #include "Platform/RunLoop.h"
 
 #include <QSocketNotifier>
@@ -45,23 +46,20 @@ class X11EventServices final : public EventServices {
     void post(TapLocation location, const Event& event) override;
     void setPanicHandler(std::function<void()> handler) override;
 
-    /// Called by the taps themselves, when what they could consume may have changed.
-    void publishTaps();
-
   private:
-    class Tap;
     class Source;
 
+    void publishTaps();
     void answerHolder();
     Verdict runTaps(const TapQuestion& question);
     void settlePosts(bool areValid);
     [[nodiscard]] Point fromTopLeft(Point place) const;
-    void switchOff(Tap& tap, EventType waiting);
+    void switchOff(X11EventTap& tap, EventType waiting);
     void switchOffAll(EventType waiting);
     void startHolder();
     void panicked();
     void holderLost();
-    [[nodiscard]] std::vector<std::shared_ptr<Tap>> living() const;
+    [[nodiscard]] std::vector<std::shared_ptr<X11EventTap>> living() const;
 
     RunLoop& runLoop_;
     Diagnostics& diagnostics_;
@@ -69,8 +67,8 @@ class X11EventServices final : public EventServices {
     std::function<bool()> mayTap_;
     std::filesystem::path watchdog_;
     std::function<void()> panicHandler_;
-    std::vector<std::weak_ptr<Tap>> taps_; // newest first
-    std::weak_ptr<Tap> asked_;             // the one that had the latest event last
+    std::vector<std::weak_ptr<X11EventTap>> taps_; // newest first
+    std::weak_ptr<X11EventTap> asked_;             // the one that had the latest event last
     X11Displays::GeometryRef geometry_;
     WakeUp question_;
     QSocketNotifier questionNotifier_;

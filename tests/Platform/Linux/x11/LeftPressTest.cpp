@@ -4,7 +4,9 @@
 
 #include "TapBench.h"
 
-#include <thread>
+#include <algorithm>
+
+#include <xcb/xtest.h>
 
 namespace quillon {
 namespace {
@@ -124,6 +126,33 @@ TEST_F(LeftPressTest, WhatTheCallbackPostsComesInsteadAndInOrder) {
     expectButtons(middleClick);
     ASSERT_TRUE(empty);
     EXPECT_EQ(empty->location(), (Point{600, 300}));
+}
+
+TEST_F(LeftPressTest, ModifiersThatAreHeldTravelAlong) {
+    Probe probe;
+    probe.meanwhile = [this] {
+        middleDown();
+        middleUp();
+    };
+    const auto made = pressTap(probe);
+    constexpr xcb_keycode_t control = 37; // on every X server's keyboard
+    const auto fakeKey = [&](std::uint8_t type) {
+        xcb_test_fake_input(client.connection().get(), type, control, XCB_CURRENT_TIME, XCB_NONE, 0,
+                            0, 0);
+    };
+    fakeKey(XCB_KEY_PRESS);
+    press();
+    ASSERT_TRUE(waitUntil([&] { return client.buttons().size() == 2; }));
+    EXPECT_EQ(client.latestState(), unsigned{XCB_MOD_MASK_CONTROL} | XCB_BUTTON_MASK_2);
+    release();
+    probe.consumes = false;
+    probe.meanwhile = nullptr;
+    press();
+    ASSERT_TRUE(waitUntil([&] { return client.buttons().size() == 3; }));
+    EXPECT_EQ(client.latestState(), unsigned{XCB_MOD_MASK_CONTROL});
+    release();
+    fakeKey(XCB_KEY_RELEASE);
+    expectButtons({"press 2", "release 2", "press 1", "release 1"});
 }
 
 TEST_F(LeftPressTest, ReleaseThatIsFasterThanTheAnswerIsConsumedToo) {
