@@ -45,6 +45,10 @@ using ArmedAt = std::function<bool(Point pointer, std::span<const Rect> screens)
 /// Main thread only. Taps run newest first; each may pass, rewrite or consume. A tap that does not
 /// answer in time is disabled, the event passes, and the tap's callback is later told so with
 /// EventType::tapDisabledByTimeout; enabling it again is the callback's business.
+///
+/// A press that was consumed is gone for the programs. Its release is an event of its own, which a
+/// tap may be asked about or not; a platform whose programs take harm from a release without its
+/// press keeps the one of a consumed press by itself.
 class EventServices {
   public:
     virtual ~EventServices() = default;
