@@ -23,19 +23,6 @@ struct DesktopFacts {
 /// manager that lists its windows, or a server.
 [[nodiscard]] std::optional<DesktopFacts> readDesktop(const WindowLink& link);
 
-/// What tells where a window is: asked of many before it is heard of any.
-class AskedState {
-  public:
-    AskedState(const WindowLink& link, xcb_window_t window);
-
-    /// To be called once. Nothing when the window is gone.
-    [[nodiscard]] std::optional<WindowState> answer() const;
-
-  private:
-    const WindowAtoms& atoms_;
-    AskedProperty desktop_, state_, wmState_;
-};
-
 /// The windows that the window manager looks after.
 class AskedStacking {
   public:

@@ -1,5 +1,6 @@
 #include "Platform/Linux/applications/WindowRequests.h"
 
+#include "Platform/Linux/applications/AskedWindow.h"
 #include "Platform/Linux/applications/WindowReader.h"
 
 #include <algorithm>
@@ -105,14 +106,15 @@ bool WindowRequests::activate(std::span<const xcb_window_t> windows,
     }
     const std::uint32_t desktop =
         scene.isPresent(*target) ? scene.currentDesktop.value_or(everyDesktop) : target->desktop;
-    std::vector<xcb_window_t> frontToBack{target->window};
+    std::vector<xcb_window_t> backToFront;
     for (const auto& place : scene.places) {
         if (&place != target && contains(companions, place.window) &&
             (place.desktop == everyDesktop || place.desktop == desktop)) {
-            frontToBack.push_back(place.window);
+            backToFront.insert(backToFront.begin(), place.window);
         }
     }
-    bringForward(scene, frontToBack);
+    backToFront.push_back(target->window);
+    bringForward(scene, backToFront);
     xcb_flush(link_.get());
     return true;
 }
@@ -132,20 +134,20 @@ bool WindowRequests::raise(xcb_window_t window) const {
     return true;
 }
 
-/// The first one gets the keyboard, too.
+/// The last one gets the keyboard, too.
 void WindowRequests::bringForward(const Scene& scene,
-                                  std::span<const xcb_window_t> frontToBack) const {
-    if (scene.canRestack) {
-        // Not every window manager raises what it gives the keyboard.
-        for (auto window = frontToBack.rbegin(); window != frontToBack.rend(); ++window) {
-            ask(*window, link_.atoms().restack, sourceUser, XCB_NONE, XCB_STACK_MODE_ABOVE);
+                                  std::span<const xcb_window_t> backToFront) const {
+    for (const xcb_window_t window : backToFront) {
+        if (scene.canRestack) {
+            // Not every window manager raises what it gives the keyboard.
+            ask(window, link_.atoms().restack, sourceUser, XCB_NONE, XCB_STACK_MODE_ABOVE);
+        } else {
+            // One that takes no such requests does, so each of them gets it in turn.
+            focus(scene, window);
         }
-        focus(scene, frontToBack.front());
-        return;
     }
-    // One that takes no such requests raises what it gives the keyboard, so each of them gets it.
-    for (auto window = frontToBack.rbegin(); window != frontToBack.rend(); ++window) {
-        focus(scene, *window);
+    if (scene.canRestack) {
+        focus(scene, backToFront.back());
     }
 }
 

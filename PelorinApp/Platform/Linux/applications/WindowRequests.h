@@ -29,7 +29,7 @@ class WindowRequests {
     struct Scene;
 
     [[nodiscard]] Scene look(std::span<const xcb_window_t> windows) const;
-    void bringForward(const Scene& scene, std::span<const xcb_window_t> frontToBack) const;
+    void bringForward(const Scene& scene, std::span<const xcb_window_t> backToFront) const;
     void focus(const Scene& scene, xcb_window_t window) const;
     void ask(xcb_window_t window, xcb_atom_t message, std::uint32_t a, std::uint32_t b = 0,
              std::uint32_t c = 0) const;

@@ -158,10 +158,8 @@ class Tool {
         for (std::size_t i = 0; i < count; ++i) {
             const auto start = Clock::now();
             const auto windows = windows_.copyWindowList(WindowListOptions::excludeDesktopElements);
-            int regular = 0;
             for (const auto& window : windows.value_or(std::vector<WindowDescription>{})) {
-                const auto application = windows_.runningApplication(*window.ownerProcess);
-                regular += application->activationPolicy() == ActivationPolicy::regular ? 1 : 0;
+                kept_[0] = windows_.runningApplication(*window.ownerProcess);
             }
             const auto front = windows_.frontmostApplication();
             if (const auto target = windows_.runningApplication(targets[i % targets.size()])) {
