@@ -41,11 +41,6 @@ Margins marginsOf(const AskedProperty::Reply& reply) {
     return values.size() < 4 ? Margins{} : Margins{at(0), at(1), at(2), at(3)};
 }
 
-std::optional<std::uint32_t> firstOf(const AskedProperty::Reply& reply) {
-    const auto values = valuesOf(reply);
-    return values.empty() ? std::nullopt : std::optional(values.front());
-}
-
 bool contains(std::span<const std::uint32_t> values, xcb_atom_t atom) {
     return std::find(values.begin(), values.end(), atom) != values.end();
 }

@@ -77,7 +77,8 @@ void readFolder(const fs::path& folder, ApplicationNames& names, FolderTimes& ti
 /// of it at most is under way.
 class InstalledApplications::Reader {
   public:
-    explicit Reader(std::vector<fs::path> folders) : folders_(std::move(folders)) {}
+    explicit Reader(std::vector<fs::path> folders)
+        : folders_(std::move(folders)), locales_(messageLocales()) {}
 
     /// Main thread. Whether nobody is at it.
     bool begin() {
@@ -120,7 +121,7 @@ class InstalledApplications::Reader {
             return nullptr;
         }
         FolderTimes times;
-        auto names = std::make_shared<ApplicationNames>(messageLocales());
+        auto names = std::make_shared<ApplicationNames>(locales_);
         for (const fs::path& folder : folders_) {
             readFolder(folder, *names, times);
         }
@@ -129,7 +130,8 @@ class InstalledApplications::Reader {
     }
 
     const std::vector<fs::path> folders_;
-    FolderTimes times_; // the background's
+    const std::vector<std::string> locales_; // the environment is the main thread's to read
+    FolderTimes times_;                      // the background's
     std::mutex mutex_;
     std::condition_variable done_;
     bool isBusy_ = false;

@@ -14,11 +14,6 @@ namespace {
 
 constexpr std::uint32_t mostWindows = 1 << 16; // in units of four bytes
 
-std::optional<std::uint32_t> firstOf(const AskedProperty::Reply& reply) {
-    const auto values = valuesOf(reply);
-    return values.empty() ? std::nullopt : std::optional(values.front());
-}
-
 /// Whose processes the connections of some windows are.
 class AskedProcesses {
   public:

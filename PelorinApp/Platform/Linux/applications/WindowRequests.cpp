@@ -53,15 +53,11 @@ WindowRequests::Scene WindowRequests::look(std::span<const xcb_window_t> windows
     xcb_flush(x); // all of it, or waiting for the first answer would send only its question
 
     const auto frontToBack = askedStacking.answer().value_or(std::vector<xcb_window_t>{});
-    const auto desktopReply = askedDesktop.reply();
-    const auto desktop = valuesOf(desktopReply);
     const auto supportedReply = askedSupported.reply();
     const auto supported = valuesOf(supportedReply);
 
     Scene scene;
-    if (!desktop.empty()) {
-        scene.currentDesktop = desktop.front();
-    }
+    scene.currentDesktop = firstOf(askedDesktop.reply());
     scene.canRestack =
         std::find(supported.begin(), supported.end(), atoms.restack) != supported.end();
     std::map<xcb_window_t, Scene::Place> present;

@@ -17,6 +17,11 @@ std::span<const std::uint32_t> valuesOf(const AskedProperty::Reply& reply) {
                 sizeof(std::uint32_t)};
 }
 
+std::optional<std::uint32_t> firstOf(const AskedProperty::Reply& reply) {
+    const auto values = valuesOf(reply);
+    return values.empty() ? std::nullopt : std::optional(values.front());
+}
+
 std::string_view bytesOf(const AskedProperty::Reply& reply) {
     if (!reply || reply->format != 8) {
         return {};
@@ -37,9 +42,7 @@ std::optional<std::vector<std::uint32_t>> cardinals(const X11Connection& connect
 
 std::optional<std::uint32_t> cardinal(xcb_connection_t* connection, xcb_window_t window,
                                       xcb_atom_t property) {
-    const auto reply = AskedProperty(connection, window, property, 1).reply();
-    const auto values = valuesOf(reply);
-    return values.empty() ? std::nullopt : std::optional(values.front());
+    return firstOf(AskedProperty(connection, window, property, 1).reply());
 }
 
 std::optional<std::uint32_t> cardinal(const X11Connection& connection, xcb_window_t window,

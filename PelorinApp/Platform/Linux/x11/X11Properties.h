@@ -50,6 +50,9 @@ class AskedProperty {
 /// The 32-bit values of a reply, which may be null; empty when it has another format.
 [[nodiscard]] std::span<const std::uint32_t> valuesOf(const AskedProperty::Reply& reply);
 
+/// The first of them.
+[[nodiscard]] std::optional<std::uint32_t> firstOf(const AskedProperty::Reply& reply);
+
 /// The bytes of a reply, which may be null; empty when it has another format.
 [[nodiscard]] std::string_view bytesOf(const AskedProperty::Reply& reply);
 
