@@ -53,8 +53,8 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
       server_(session.diagnostics, displays_, [this] { displayLost(); }),
       events_(
           session.runLoop, session.diagnostics, displays_, [this] { return server_.isGranted(); },
-          helperProgram("quillon-watchdog"), postedEvents_),
-      monitors_(ownWindows_, postedEvents_), windows_(session.runLoop, displays_),
+          helperProgram("quillon-watchdog"), postedEvents_, caughtPresses_),
+      monitors_(ownWindows_, postedEvents_, caughtPresses_), windows_(session.runLoop, displays_),
       application_(currentEvent_), tray_{session.runLoop, session.diagnostics, currentEvent_,
                                          ownWindows_, sessionBusAddress()},
       statusBar_(tray_),

@@ -73,6 +73,7 @@ class LinuxPlatform {
     X11Displays displays_;
     X11Session server_;
     PostedEvents postedEvents_;
+    CaughtPresses caughtPresses_;
     X11EventServices events_;
     OwnWindows ownWindows_;
     X11EventMonitors monitors_;

@@ -44,7 +44,7 @@ class PressTap {
     explicit PressTap(const char* watchdog)
         : events_(
               loop_, diagnostics_, displays_, [this] { return session_.isGranted(); }, watchdog,
-              postedEvents_) {}
+              postedEvents_, caughtPresses_) {}
 
     bool start() {
         if (!session_.isProcessTrusted()) {
@@ -138,9 +138,10 @@ class PressTap {
     X11Displays displays_;
     X11Session session_{diagnostics_, displays_, [] { QCoreApplication::exit(1); }};
     PostedEvents postedEvents_;
+    CaughtPresses caughtPresses_;
     X11EventServices events_;
     OwnWindows ownWindows_;
-    X11EventMonitors monitors_{ownWindows_, postedEvents_};
+    X11EventMonitors monitors_{ownWindows_, postedEvents_, caughtPresses_};
     EventTapRef presses_;
     EventTapRef scrolls_;
     EventMonitorRef monitor_;

@@ -28,6 +28,7 @@ HolderSession::HolderSession(const X11Connection& connection, const HolderHost& 
 }
 
 HolderSession::~HolderSession() {
+    host_.caughtPresses.setHeld(false);
     if (!connection_.isBroken()) {
         disarm();
         connection_.sync(); // a press may have been caught until now
@@ -54,6 +55,7 @@ bool HolderSession::run() {
             return true;
         }
         handleEvents();
+        settle();
         if (connection_.isBroken() || (isArmed() && (!watch_ || watch_->isBroken()))) {
             return false;
         }
@@ -64,6 +66,16 @@ bool HolderSession::run() {
         }
         tellWatchdog(isHolding());
         waitForNews();
+    }
+}
+
+void HolderSession::settle() {
+    if (!settled_.empty()) {
+        connection_.sync();
+        handleEvents();
+        for (const auto& done : std::exchange(settled_, {})) {
+            done();
+        }
     }
 }
 
@@ -81,6 +93,7 @@ bool HolderSession::apply(HolderOrders orders) {
     for (const PostedButton& posted : orders.posts) {
         post(posted);
     }
+    settled_ = std::move(orders.settled);
     if (orders.hasTaps && !chord_.isTaken()) {
         if (!chord_.take()) {
             host_.diagnostic(std::string("⚠️ Another program has ") + PanicChord::name +
@@ -100,8 +113,15 @@ void HolderSession::adjustToArmed() {
         watch_.reset();
         hold_.letGo();
     }
-    if (!isArmedForPress() && leftPress_.isTaken()) {
+    if (!isArmedForPress()) {
+        releaseLeftPress();
+    }
+}
+
+void HolderSession::releaseLeftPress() {
+    if (leftPress_.isTaken()) {
         leftPress_.release();
+        host_.caughtPresses.setHeld(false);
     }
 }
 
@@ -118,9 +138,13 @@ void HolderSession::holdLeftPress() {
     if (poster_.buttonsDown() == 0) {
         poster_.useDevice(pointers);
     }
+    host_.caughtPresses.setHeld(true);
     if (leftPress_.take(pointers.master)) {
         wasLeftPressRefused_ = false;
-    } else if (!std::exchange(wasLeftPressRefused_, true)) {
+        return;
+    }
+    host_.caughtPresses.setHeld(false);
+    if (!std::exchange(wasLeftPressRefused_, true)) {
         host_.diagnostic(
             "⚠️ Another program holds the left button; presses of it are left alone "
             "until it lets go");
@@ -215,6 +239,7 @@ void HolderSession::decideLeftPress(const xcb_input_button_press_event_t& press)
     if (press.detail == leftButton && isArmedForPress()) {
         const Point place = geometry_->toPoints(press.root_x >> 16, press.root_y >> 16);
         if (areArmedAt(armed_->leftPresses, place) && askAbout(press, place) == Verdict::consume) {
+            host_.caughtPresses.consume(press.sourceid, press.time);
             leftPress_.consume(press, devices_.ids());
             poster_.swallow(leftButton); // should it have been a held device's
             return;
@@ -337,9 +362,7 @@ void HolderSession::watchdogLost() {
         return; // it has done its work
     }
     hold_.letGo();
-    if (leftPress_.isTaken()) {
-        leftPress_.release();
-    }
+    releaseLeftPress();
     isLookDue_ = true;
     guard_.sayLost();
 }

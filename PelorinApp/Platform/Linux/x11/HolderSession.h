@@ -2,6 +2,7 @@
 
 #include "Platform/Diagnostics.h"
 #include "Platform/EventServices.h"
+#include "Platform/Linux/x11/CaughtPresses.h"
 #include "Platform/Linux/x11/HeldDevices.h"
 #include "Platform/Linux/x11/HolderEvents.h"
 #include "Platform/Linux/x11/HolderGuard.h"
@@ -44,12 +45,16 @@ struct HolderOrders {
     std::shared_ptr<const ArmedTaps> armed = std::make_shared<ArmedTaps>();
     X11Displays::GeometryRef geometry;
     std::vector<PostedButton> posts; // in order, each to be carried out once
+
+    // To be called when all that the server has sent is dealt with; each once
+    std::vector<std::function<void()>> settled;
 };
 
 /// What a session needs of the program around it. All functions are called on the session's thread.
 struct HolderHost {
     TapExchange& exchange;
     PostedEvents& postedEvents;
+    CaughtPresses& caughtPresses;
     std::filesystem::path watchdog; // the program to start
     int ordersDescriptor;           // readable when there are new orders
     std::function<HolderOrders()> takeOrders;
@@ -86,6 +91,8 @@ class HolderSession {
     bool apply(HolderOrders orders);
     void adjustToArmed();
     void holdLeftPress();
+    void releaseLeftPress();
+    void settle();
     void disarm();
 
     void handleEvents();
@@ -120,6 +127,7 @@ class HolderSession {
     PanicChord chord_;
     std::unique_ptr<PointerWatch> watch_;
     HolderGuard guard_;
+    std::vector<std::function<void()>> settled_;
     WatchdogMessage waiting_; // its last two fields, while the taps are asked about a press
     std::shared_ptr<const ArmedTaps> armed_ = std::make_shared<ArmedTaps>();
     X11Displays::GeometryRef geometry_;

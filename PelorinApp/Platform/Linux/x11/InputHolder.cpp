@@ -14,9 +14,10 @@ constexpr std::chrono::seconds shortLife{1};
 } // namespace
 
 InputHolder::InputHolder(TapExchange& exchange, PostedEvents& postedEvents,
-                         std::filesystem::path watchdog, Listener listener)
-    : exchange_(exchange), postedEvents_(postedEvents), watchdog_(std::move(watchdog)),
-      listener_(std::move(listener)), thread_([this] { run(); }) {}
+                         CaughtPresses& caughtPresses, std::filesystem::path watchdog,
+                         Listener listener)
+    : exchange_(exchange), postedEvents_(postedEvents), caughtPresses_(caughtPresses),
+      watchdog_(std::move(watchdog)), listener_(std::move(listener)), thread_([this] { run(); }) {}
 
 InputHolder::~InputHolder() {
     order([](HolderOrders& orders) { orders.stop = true; });
@@ -53,6 +54,14 @@ void InputHolder::post(PostedButton posted) {
     ordersChanged_.wake();
 }
 
+void InputHolder::settle(std::function<void()> done) {
+    {
+        const std::scoped_lock lock(mutex_);
+        orders_.settled.push_back(std::move(done));
+    }
+    ordersChanged_.wake();
+}
+
 void InputHolder::resume() {
     order([](HolderOrders& orders) { orders.isPanicked = false; });
 }
@@ -63,6 +72,7 @@ HolderOrders InputHolder::takeOrders() {
     HolderOrders orders = orders_;
     orders_.changed = false;
     orders_.posts.clear();
+    orders_.settled.clear();
     return orders;
 }
 
@@ -70,6 +80,7 @@ void InputHolder::run() {
     const HolderHost host{
         .exchange = exchange_,
         .postedEvents = postedEvents_,
+        .caughtPresses = caughtPresses_,
         .watchdog = watchdog_,
         .ordersDescriptor = ordersChanged_.descriptor(),
         .takeOrders = [this] { return takeOrders(); },

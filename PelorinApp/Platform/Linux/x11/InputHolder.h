@@ -29,8 +29,8 @@ class InputHolder {
         std::function<void()> lost;  // the server is gone; the thread ends
     };
 
-    InputHolder(TapExchange& exchange, PostedEvents& postedEvents, std::filesystem::path watchdog,
-                Listener listener);
+    InputHolder(TapExchange& exchange, PostedEvents& postedEvents, CaughtPresses& caughtPresses,
+                std::filesystem::path watchdog, Listener listener);
     InputHolder(const InputHolder&) = delete;
     InputHolder& operator=(const InputHolder&) = delete;
 
@@ -46,6 +46,10 @@ class InputHolder {
     /// that was answered last.
     void post(PostedButton posted);
 
+    /// Calls `done`, on the holder's thread, when all is dealt with that the server has sent so
+    /// far.
+    void settle(std::function<void()> done);
+
     /// After a panic nothing is held, whatever is said, until this is called.
     void resume();
 
@@ -59,6 +63,7 @@ class InputHolder {
 
     TapExchange& exchange_;
     PostedEvents& postedEvents_;
+    CaughtPresses& caughtPresses_;
     std::filesystem::path watchdog_;
     Listener listener_;
     WakeUp ordersChanged_;

@@ -2,6 +2,7 @@
 
 #include <QAbstractEventDispatcher>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -76,8 +77,9 @@ class X11EventMonitors::Monitor final : public EventMonitor {
     std::function<void(EventType)> handler_;
 };
 
-X11EventMonitors::X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents)
-    : ownWindows_(ownWindows), postedEvents_(postedEvents),
+X11EventMonitors::X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents,
+                                   CaughtPresses& caughtPresses)
+    : ownWindows_(ownWindows), postedEvents_(postedEvents), caughtPresses_(caughtPresses),
       self_(std::make_shared<X11EventMonitors*>(this)) {}
 
 X11EventMonitors::~X11EventMonitors() { disconnect(); }
@@ -127,6 +129,8 @@ void X11EventMonitors::disconnect() {
     connection_.reset();
     selected_ = 0;
     buttonMap_.clear();
+    waiting_.clear();
+    consumed_.clear();
 }
 
 bool X11EventMonitors::mayMonitor() const {
@@ -211,10 +215,57 @@ void X11EventMonitors::handleEvent(const xcb_generic_event_t& event) {
     if (!type || ownWindows_.contains(windowUnderPointer(raw.deviceid))) {
         return;
     }
+    report(*type, raw.sourceid, raw.time);
+}
+
+/// At once, unless it may yet be consumed, or something waits that came before it.
+void X11EventMonitors::report(EventType type, xcb_input_device_id_t device, xcb_timestamp_t time) {
+    const bool mayBeConsumed =
+        type == EventType::leftMouseDown && caughtPresses_.isHeld() && caughtPresses_.whenSettled;
+    if (!mayBeConsumed && waiting_.empty()) {
+        tell(type, device);
+        return;
+    }
+    waiting_.push_back({type, device, time});
+    if (mayBeConsumed) {
+        caughtPresses_.whenSettled([weak = std::weak_ptr(self_)] {
+            if (const auto self = weak.lock()) {
+                (*self)->reportWaiting();
+            }
+        });
+    }
+}
+
+/// The first press that waited has been decided upon.
+void X11EventMonitors::reportWaiting() {
+    bool isFirst = true;
+    while (!waiting_.empty()) {
+        const Waiting next = waiting_.front();
+        if (next.type == EventType::leftMouseDown && !std::exchange(isFirst, false)) {
+            return; // its own answer will come
+        }
+        waiting_.pop_front();
+        if (next.type == EventType::leftMouseDown && caughtPresses_.claim(next.device, next.time)) {
+            std::erase(consumed_, next.device);
+            consumed_.push_back(next.device);
+        } else {
+            tell(next.type, next.device);
+        }
+    }
+}
+
+/// But for the releases of a press that was consumed: of the device by us, and by the finger.
+void X11EventMonitors::tell(EventType type, xcb_input_device_id_t device) {
+    if (type == EventType::leftMouseDown) {
+        std::erase(consumed_, device);
+    } else if (type == EventType::leftMouseUp &&
+               std::find(consumed_.begin(), consumed_.end(), device) != consumed_.end()) {
+        return;
+    }
     const auto monitors = monitors_; // handlers add and remove some
     for (const auto& each : monitors) {
         if (const auto monitor = each.lock()) {
-            monitor->tell(*type);
+            monitor->tell(type);
         }
     }
 }

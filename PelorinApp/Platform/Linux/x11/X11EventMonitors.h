@@ -1,12 +1,14 @@
 #pragma once
 
 #include "Platform/EventMonitors.h"
+#include "Platform/Linux/x11/CaughtPresses.h"
 #include "Platform/Linux/x11/OwnWindows.h"
 #include "Platform/Linux/x11/PostedEvents.h"
 #include "Platform/Linux/x11/X11Connection.h"
 
 #include <QSocketNotifier>
 
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -23,9 +25,10 @@ namespace quillon {
 /// When the server goes away the monitors fall silent.
 class X11EventMonitors final : public EventMonitors {
   public:
-    /// Both must outlive this object. `postedEvents` knows what this program posts. A handler must
-    /// not destroy this object.
-    X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents);
+    /// All must outlive this object. `postedEvents` knows what this program posts, `caughtPresses`
+    /// what it consumes. A handler must not destroy this object.
+    X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents,
+                     CaughtPresses& caughtPresses);
     ~X11EventMonitors() override;
 
     /// Also null for a mask without any mouse button.
@@ -44,10 +47,21 @@ class X11EventMonitors final : public EventMonitors {
     void readMapping();
     [[nodiscard]] unsigned mapped(std::uint32_t button) const;
     [[nodiscard]] xcb_window_t windowUnderPointer(xcb_input_device_id_t master) const;
+    void report(EventType type, xcb_input_device_id_t device, xcb_timestamp_t time);
+    void reportWaiting();
+    void tell(EventType type, xcb_input_device_id_t device);
     void forgetRemoved();
 
     const OwnWindows& ownWindows_;
     PostedEvents& postedEvents_;
+    CaughtPresses& caughtPresses_;
+    struct Waiting {
+        EventType type;
+        xcb_input_device_id_t device;
+        xcb_timestamp_t time;
+    };
+    std::deque<Waiting> waiting_;                 // the first is a press that may yet be consumed
+    std::vector<xcb_input_device_id_t> consumed_; // devices whose latest left press was
     std::vector<std::weak_ptr<Monitor>> monitors_;
     std::unique_ptr<X11Connection> connection_;
     std::uint32_t selected_ = 0; // types of raw events

@@ -32,13 +32,22 @@ class X11EventServices::Source final : public RunLoopSource {
 
 X11EventServices::X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics,
                                    X11Displays& displays, std::function<bool()> mayTap,
-                                   std::filesystem::path watchdog, PostedEvents& postedEvents)
+                                   std::filesystem::path watchdog, PostedEvents& postedEvents,
+                                   CaughtPresses& caughtPresses)
     : runLoop_(runLoop), diagnostics_(diagnostics), displays_(displays), mayTap_(std::move(mayTap)),
       watchdog_(std::move(watchdog)),
       questionNotifier_(question_.descriptor(), QSocketNotifier::Read), exchange_(tapPatience),
-      postedEvents_(postedEvents), self_(std::make_shared<X11EventServices*>(this)) {
+      postedEvents_(postedEvents), caughtPresses_(caughtPresses),
+      self_(std::make_shared<X11EventServices*>(this)) {
     QObject::connect(&questionNotifier_, &QSocketNotifier::activated, &questionNotifier_,
                      [this] { answerHolder(); });
+    caughtPresses_.whenSettled = [this](std::function<void()> done) {
+        if (!holder_) {
+            runLoop_.async(std::move(done));
+            return;
+        }
+        holder_->settle([this, done = std::move(done)] { runLoop_.async(done); });
+    };
     displays_.setGeometryHandler([this](const X11Displays::GeometryRef& geometry) {
         geometry_ = geometry;
         if (holder_) {
@@ -47,7 +56,10 @@ X11EventServices::X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics,
     });
 }
 
-X11EventServices::~X11EventServices() { displays_.setGeometryHandler({}); }
+X11EventServices::~X11EventServices() {
+    displays_.setGeometryHandler({});
+    caughtPresses_.whenSettled = nullptr;
+}
 
 EventTapRef X11EventServices::createTap(TapLocation /*location*/, TapPlacement /*placement*/,
                                         TapOptions /*options*/, std::uint64_t eventsOfInterest,
@@ -164,7 +176,7 @@ void X11EventServices::startHolder() {
         });
     };
     holder_ = std::make_unique<InputHolder>(
-        exchange_, postedEvents_, watchdog_,
+        exchange_, postedEvents_, caughtPresses_, watchdog_,
         InputHolder::Listener{
             .wakeMain = [this] { question_.wake(); },
             .diagnostic = [this](const std::string& text) { diagnostics_.line(text); },

@@ -24,10 +24,10 @@ class X11EventServices final : public EventServices {
   public:
     /// `mayTap` says whether the X server grants input control at the moment.
     /// `watchdog` is the program that guards the holder. What is posted is written down in
-    /// `postedEvents`.
+    /// `postedEvents`, what is consumed in `caughtPresses`; both outlive this object.
     X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics, X11Displays& displays,
                      std::function<bool()> mayTap, std::filesystem::path watchdog,
-                     PostedEvents& postedEvents);
+                     PostedEvents& postedEvents, CaughtPresses& caughtPresses);
     ~X11EventServices() override;
 
     EventTapRef createTap(TapLocation location, TapPlacement placement, TapOptions options,
@@ -74,6 +74,7 @@ class X11EventServices final : public EventServices {
     QSocketNotifier questionNotifier_;
     TapExchange exchange_;
     PostedEvents& postedEvents_;
+    CaughtPresses& caughtPresses_;
     bool isAnswering_ = false;
     std::vector<PostedButton> posts_;         // of callbacks that have yet to answer
     std::shared_ptr<X11EventServices*> self_; // what work on the main queue holds weakly

@@ -20,7 +20,7 @@ bool everywhere(Point, std::span<const Rect>) { return true; }
 
 struct LeftPressTest : TapBench {
     OwnWindows ownWindows;
-    X11EventMonitors monitors{ownWindows, postedEvents};
+    X11EventMonitors monitors{ownWindows, postedEvents, caughtPresses};
     std::vector<EventType> seen;
 
     LeftPressTest() { client.movePointer(600, 300); }
@@ -356,9 +356,10 @@ TEST_F(LeftPressTest, PostedReleaseWithoutAPressIsNothing) {
 
 TEST_F(LeftPressTest, PostedButtonComesUpWhenTheTapsEnd) {
     Probe probe;
+    CaughtPresses otherPresses;
     auto services = std::make_unique<X11EventServices>(
         loop, diagnostics, displays, [this] { return session.isGranted(); }, QUILLON_WATCHDOG,
-        postedEvents);
+        postedEvents, otherPresses);
     ASSERT_TRUE(session.isProcessTrusted());
     auto made =
         services->createTap(TapLocation::hid, TapPlacement::headInsert, TapOptions::filtering,
@@ -381,8 +382,10 @@ TEST_F(LeftPressTest, NothingIsPostedWithoutATap) {
 
 TEST_F(LeftPressTest, NoEventCanBeMadeWithoutAServer) {
     X11Displays nothing;
+    CaughtPresses otherPresses;
     X11EventServices blind(
-        loop, diagnostics, nothing, [] { return false; }, QUILLON_WATCHDOG, postedEvents);
+        loop, diagnostics, nothing, [] { return false; }, QUILLON_WATCHDOG, postedEvents,
+        otherPresses);
     EXPECT_EQ(blind.createEvent(), nullptr);
     EXPECT_TRUE(blind.createMouseEvent(EventType::otherMouseDown, {}, MouseButton::middle));
 }
@@ -410,6 +413,44 @@ TEST_F(LeftPressTest, MonitorsHearNothingOfWhatIsPostedButOfOthersThatInject) {
     client.fakeButton(XCB_BUTTON_PRESS, 2);
     client.fakeButton(XCB_BUTTON_RELEASE, 2);
     EXPECT_TRUE(waitUntil([&] { return seen.size() == 4; }));
+}
+
+TEST_F(LeftPressTest, MonitorsHearOnlyOfPressesThatPass) {
+    Probe probe;
+    const auto made = pressTap(probe);
+    const auto listening = monitor();
+    std::vector<EventType> expected;
+    for (int i = 0; i < 20; ++i) {
+        probe.consumes = i % 3 != 0;
+        const auto asked = probe.places.size();
+        press();
+        ASSERT_TRUE(waitUntil([&] { return probe.places.size() > asked; }));
+        release();
+        client.connection().sync();
+        client.fakeButton(XCB_BUTTON_PRESS, 3);
+        client.fakeButton(XCB_BUTTON_RELEASE, 3);
+        if (!probe.consumes) {
+            expected.insert(expected.end(), {EventType::leftMouseDown, EventType::leftMouseUp});
+        }
+        expected.insert(expected.end(), {EventType::rightMouseDown, EventType::rightMouseUp});
+        waitUntil([&] { return seen.size() >= expected.size(); });
+        ASSERT_EQ(seen, expected) << i;
+    }
+    // As while a menu is open: nobody is asked, and still it is heard.
+    const XClient menu;
+    const XcbOwned<xcb_grab_pointer_reply_t> grab(xcb_grab_pointer_reply(
+        menu.connection().get(),
+        xcb_grab_pointer(menu.connection().get(), 0, menu.connection().root(),
+                         XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                         XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        nullptr));
+    ASSERT_TRUE(grab && grab->status == XCB_GRAB_STATUS_SUCCESS);
+    press();
+    release();
+    expected.insert(expected.end(), {EventType::leftMouseDown, EventType::leftMouseUp});
+    EXPECT_TRUE(waitUntil([&] { return seen.size() >= expected.size(); }));
+    EXPECT_EQ(seen, expected);
+    EXPECT_EQ(probe.places.size(), 20U);
 }
 
 } // namespace

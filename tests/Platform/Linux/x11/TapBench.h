@@ -71,12 +71,14 @@ struct TapBench : testing::Test {
     bool lost = false;
     X11Session session{diagnostics, displays, [this] { lost = true; }};
     PostedEvents postedEvents;
+    CaughtPresses caughtPresses;
     X11EventServices events{loop,
                             diagnostics,
                             displays,
                             [this] { return session.isGranted(); },
                             QUILLON_WATCHDOG,
-                            postedEvents};
+                            postedEvents,
+                            caughtPresses};
     XClient client;
 
     EventTapRef tap(Probe& probe, ArmedAt armedAt = leftBand,

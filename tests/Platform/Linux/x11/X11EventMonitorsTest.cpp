@@ -53,7 +53,8 @@ struct X11EventMonitorsTest : testing::Test {
     Program own;
     OwnWindows ownWindows;
     PostedEvents postedEvents;
-    X11EventMonitors monitors{ownWindows, postedEvents};
+    CaughtPresses caughtPresses;
+    X11EventMonitors monitors{ownWindows, postedEvents, caughtPresses};
     Types seen;
 
     X11EventMonitorsTest() { ownWindows.add(ResourceRange::of(own.connection->get())); }
@@ -277,7 +278,8 @@ TEST(X11EventMonitors, NullWithoutAServer) {
     setenv("DISPLAY", ":65000", 1);
     const OwnWindows none;
     PostedEvents nothing;
-    X11EventMonitors monitors(none, nothing);
+    CaughtPresses noPresses;
+    X11EventMonitors monitors(none, nothing, noPresses);
     EXPECT_EQ(monitors.addGlobalMonitor(everyButton, [](EventType) {}), nullptr);
 }
 
@@ -289,7 +291,8 @@ TEST(X11EventMonitors, MonitorsMayOutliveThem) {
     const XServer server;
     const OwnWindows none;
     PostedEvents nothing;
-    auto monitors = std::make_unique<X11EventMonitors>(none, nothing);
+    CaughtPresses noPresses;
+    auto monitors = std::make_unique<X11EventMonitors>(none, nothing, noPresses);
     auto held = monitors->addGlobalMonitor(everyButton, [](EventType) {});
     ASSERT_TRUE(held);
     monitors.reset();
