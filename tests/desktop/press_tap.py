@@ -5,6 +5,11 @@ import subprocess
 from witnesses import PRESS_TAP, WATCHDOG, X11_PROBE, Failed, Lines, wait_until
 
 
+# What clients get of a click
+LEFT = ["press 1", "release 1"]
+MIDDLE = ["press 2", "release 2"]
+
+
 class PressTap:
     """The running program. Each of its calls returns when the program has done it."""
 

@@ -10,13 +10,11 @@ import unittest
 
 from device_desktop import CENTRE, SCROLLERS, DeviceTest
 from devices import await_taken
-from press_tap import TapTest, left_button
+from press_tap import LEFT, MIDDLE, TapTest, left_button
 from quillon_desktop import BAND
 from recovery import PATIENCE
 from witnesses import wait_until
 
-LEFT = ["press 1", "release 1"]
-MIDDLE = ["press 2", "release 2"]
 SEQUENCES = 1000
 
 

@@ -5,12 +5,10 @@ without it when they pass; a middle click and nothing else when three fingers re
 import unittest
 
 from device_desktop import CENTRE, HALF, DeviceTest
-from press_tap import TapTest
+from press_tap import LEFT, MIDDLE, TapTest
 from quillon_desktop import WIDTH, GestureTest
 from witnesses import GTK3_CLIENT, QT6_CLIENT, Client, wait_until
 
-LEFT = ["press 1", "release 1"]
-MIDDLE = ["press 2", "release 2"]
 LEFT_HEARD = ("heard 1", "heard 2")
 OTHERS_HEARD = ("heard 25", "heard 26")
 
