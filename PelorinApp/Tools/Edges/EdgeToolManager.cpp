@@ -102,8 +102,8 @@ void EdgeToolManager::setIsEnabled(bool enabled) {
 void EdgeToolManager::switchOffForNow() {
     if (std::exchange(isEnabled_, false)) {
         Q_EMIT isEnabledChanged();
+        stopMonitoring();
     }
-    stopMonitoring();
 }
 
 template <class T>
