@@ -18,7 +18,7 @@ os.environ.setdefault("WINDOW_TOOL", str(BUILD / "tests/Platform/Linux/window_to
 from desktop import Failed, Interrupted, PrivateDesktop, wait_until  # noqa: E402
 from window_desktop import Program, WindowTool  # noqa: E402
 
-SWITCHES = 500
+SWITCHES = 200
 GOAL = 5  # milliseconds
 
 
