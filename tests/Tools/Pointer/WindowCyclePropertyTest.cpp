@@ -41,9 +41,9 @@ struct SomeDesktop : SwitcherBench {
     [[nodiscard]] std::vector<ProcessId> allowed() const {
         std::vector<std::pair<std::string, ProcessId>> sorted;
         for (const auto& [process, name] : owners_) {
-            const bool isExcluded =
-                std::any_of(excluded().begin(), excluded().end(), [&](const QString& entry) {
-                    return entry.toLower() == QString::fromStdString(name).toLower();
+            const bool isExcluded = std::any_of(
+                excluded().begin(), excluded().end(), [&, owner = name](const QString& entry) {
+                    return entry.toLower() == QString::fromStdString(owner).toLower();
                 });
             if (!isExcluded && (name != "Xcode" || !manager->excludeXcode())) {
                 sorted.emplace_back(name, process);

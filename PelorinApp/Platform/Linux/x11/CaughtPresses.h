@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <functional>
 
 namespace quillon {
@@ -15,8 +16,8 @@ class CaughtPresses {
   public:
     // The holder's thread
 
-    /// Before the button is held, and when it is no more.
-    void setHeld(bool isHeld) { isHeld_ = isHeld; }
+    /// Before the button is held for the first time.
+    void setMayCatch() { mayCatch_ = true; }
 
     /// Of this device, at this X time.
     void consume(std::uint16_t device, std::uint32_t time) {
@@ -25,15 +26,23 @@ class CaughtPresses {
 
     // The main thread
 
-    /// Whether a press that is heard of now may yet be consumed.
-    [[nodiscard]] bool isHeld() const { return isHeld_; }
+    /// Whether a press that is heard of now may yet be consumed, or have been. That stays so: who
+    /// is late to hear of it finds the button free again.
+    [[nodiscard]] bool mayCatch() const { return mayCatch_; }
 
     /// Whether one that was heard of before whenSettled() has answered was consumed. Once for each:
     /// two may have the same time.
+    ///
+    /// The server looks at its clock anew between telling that a button went down and delivering
+    /// the press, so the two times may differ. No finger presses twice in what is allowed for that.
     [[nodiscard]] bool claim(std::uint16_t device, std::uint32_t time) {
         return std::any_of(consumed_.begin(), consumed_.end(), [&](auto& each) {
-            std::uint64_t expected = key(device, time);
-            return each.compare_exchange_strong(expected, 0);
+            std::uint64_t value = each;
+            const bool isIt =
+                value != 0 && value >> 32 == device &&
+                std::abs(static_cast<std::int32_t>(static_cast<std::uint32_t>(value) - time)) <=
+                    tolerance;
+            return isIt && each.compare_exchange_strong(value, 0);
         });
     }
 
@@ -43,12 +52,13 @@ class CaughtPresses {
 
   private:
     static constexpr std::size_t latest = 16;
+    static constexpr std::int32_t tolerance = 15; // milliseconds
 
     static constexpr std::uint64_t key(std::uint16_t device, std::uint32_t time) {
         return std::uint64_t{device} << 32 | time;
     }
 
-    std::atomic<bool> isHeld_ = false;
+    std::atomic<bool> mayCatch_ = false;
     std::array<std::atomic<std::uint64_t>, latest> consumed_{};
     std::size_t next_ = 0;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include <poll.h>
@@ -20,7 +21,6 @@ HolderSession::HolderSession(const X11Connection& connection, const HolderHost& 
 }
 
 HolderSession::~HolderSession() {
-    host_.caughtPresses.setHeld(false);
     if (!connection_.isBroken()) {
         disarm();
         connection_.sync(); // a press may have been caught until now
@@ -28,6 +28,9 @@ HolderSession::~HolderSession() {
         hold_.settleRelease();
         poster_.releaseAll();
         xcb_flush(connection_.get());
+    }
+    for (const auto& done : settled_) {
+        done();
     }
 }
 
@@ -72,6 +75,7 @@ void HolderSession::settle() {
 }
 
 bool HolderSession::apply(HolderOrders orders) {
+    std::move(orders.settled.begin(), orders.settled.end(), std::back_inserter(settled_));
     if (orders.stop) {
         return false;
     }
@@ -85,7 +89,6 @@ bool HolderSession::apply(HolderOrders orders) {
     for (const PostedButton& posted : orders.posts) {
         post(posted);
     }
-    settled_ = std::move(orders.settled);
     if (orders.hasTaps && !chord_.isTaken()) {
         if (!chord_.take()) {
             host_.diagnostic(std::string("⚠️ Another program has ") + PanicChord::name +
@@ -113,7 +116,6 @@ void HolderSession::adjustToArmed() {
 void HolderSession::releaseLeftPress() {
     if (leftPress_.isTaken()) {
         leftPress_.release();
-        host_.caughtPresses.setHeld(false);
     }
 }
 
@@ -130,12 +132,11 @@ void HolderSession::holdLeftPress() {
     if (poster_.buttonsDown() == 0) {
         poster_.useDevice(pointers);
     }
-    host_.caughtPresses.setHeld(true);
+    host_.caughtPresses.setMayCatch();
     if (leftPress_.take(pointers.master)) {
         wasLeftPressRefused_ = false;
         return;
     }
-    host_.caughtPresses.setHeld(false);
     if (!std::exchange(wasLeftPressRefused_, true)) {
         host_.diagnostic(
             "⚠️ Another program holds the left button; presses of it are left alone "

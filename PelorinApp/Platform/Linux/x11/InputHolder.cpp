@@ -22,6 +22,9 @@ InputHolder::InputHolder(TapExchange& exchange, PostedEvents& postedEvents,
 InputHolder::~InputHolder() {
     order([](HolderOrders& orders) { orders.stop = true; });
     thread_.join();
+    for (const auto& done : orders_.settled) {
+        done();
+    }
 }
 
 template <class Change>

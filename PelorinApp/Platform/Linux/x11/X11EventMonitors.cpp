@@ -221,7 +221,7 @@ void X11EventMonitors::handleEvent(const xcb_generic_event_t& event) {
 /// At once, unless it may yet be consumed, or something waits that came before it.
 void X11EventMonitors::report(EventType type, xcb_input_device_id_t device, xcb_timestamp_t time) {
     const bool mayBeConsumed =
-        type == EventType::leftMouseDown && caughtPresses_.isHeld() && caughtPresses_.whenSettled;
+        type == EventType::leftMouseDown && caughtPresses_.mayCatch() && caughtPresses_.whenSettled;
     if (!mayBeConsumed && waiting_.empty()) {
         tell(type, device);
         return;
