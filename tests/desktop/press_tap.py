@@ -2,7 +2,10 @@
 
 import subprocess
 
-from witnesses import PRESS_TAP, WATCHDOG, X11_PROBE, Failed, Lines, wait_until
+from device_desktop import CENTRE, HALF, DeviceTest
+from quillon_desktop import WIDTH, GestureTest
+from witnesses import (GTK3_CLIENT, PRESS_TAP, QT6_CLIENT, WATCHDOG, X11_PROBE, Client, Failed,
+                       Lines, wait_until)
 
 
 # What clients get of a click
@@ -113,3 +116,31 @@ class TapTest:
         out, since they are a matter of time."""
         return [line for line in self.clients[name].received()
                 if line.split()[0] in ("press", "release")]
+
+
+class InjectedHand(GestureTest):
+    """The button is that of the device that other programs inject with."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.hand = cls.injector
+        cls.clients = {
+            name: Client(cls.desktop, cls.hand, program, name, (0, y, WIDTH, HALF), ["--all"])
+            for name, program, y in (("GTK 3", GTK3_CLIENT, 0), ("Qt 6", QT6_CLIENT, HALF))}
+
+    def go(self, name: str) -> None:
+        self.injector.move(*CENTRE[name])
+
+
+class TouchpadHand(DeviceTest):
+    """The button is a touchpad's own, which it must be let go of on."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.hand = cls.touchpad
+
+    def go(self, name: str) -> None:
+        self.go_to(*CENTRE[name])
+        self.take_up(self.touchpad)

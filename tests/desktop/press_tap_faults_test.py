@@ -8,9 +8,9 @@ import signal
 import time
 import unittest
 
-from device_desktop import CENTRE, SCROLLERS, DeviceTest
+from device_desktop import CENTRE, SCROLLERS
 from devices import await_taken
-from press_tap import LEFT, MIDDLE, TapTest, left_button
+from press_tap import LEFT, MIDDLE, TapTest, TouchpadHand, left_button
 from quillon_desktop import BAND
 from recovery import PATIENCE
 from witnesses import wait_until
@@ -18,15 +18,8 @@ from witnesses import wait_until
 SEQUENCES = 1000
 
 
-class TouchpadTest(TapTest, DeviceTest):
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls.hand = cls.touchpad
-
-    def go(self, name: str) -> None:
-        self.go_to(*CENTRE[name])
-        self.take_up(self.touchpad)
+class TouchpadTest(TapTest, TouchpadHand):
+    pass
 
 
 class HeldPresses(TouchpadTest):

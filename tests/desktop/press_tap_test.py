@@ -4,10 +4,9 @@ without it when they pass; a middle click and nothing else when three fingers re
 
 import unittest
 
-from device_desktop import CENTRE, HALF, DeviceTest
-from press_tap import LEFT, MIDDLE, TapTest
-from quillon_desktop import WIDTH, GestureTest
-from witnesses import GTK3_CLIENT, QT6_CLIENT, Client, wait_until
+from device_desktop import CENTRE
+from press_tap import LEFT, MIDDLE, InjectedHand, TapTest, TouchpadHand
+from witnesses import wait_until
 
 LEFT_HEARD = ("heard 1", "heard 2")
 OTHERS_HEARD = ("heard 25", "heard 26")
@@ -122,20 +121,7 @@ class Scenarios(TapTest):
         return int(answer.split()[-1], 16)
 
 
-class InjectedPresses(Scenarios, GestureTest):
-    """By the device that other programs inject with."""
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls.hand = cls.injector
-        cls.clients = {
-            name: Client(cls.desktop, cls.hand, program, name, (0, y, WIDTH, HALF), ["--all"])
-            for name, program, y in (("GTK 3", GTK3_CLIENT, 0), ("Qt 6", QT6_CLIENT, HALF))}
-
-    def go(self, name: str) -> None:
-        self.injector.move(*CENTRE[name])
-
+class InjectedPresses(Scenarios, InjectedHand):
     def step(self, dx: int, dy: int) -> None:
         x, y = self.desktop.pointer()
         line = f"motion {x + dx} {y + dy}"
@@ -144,17 +130,8 @@ class InjectedPresses(Scenarios, GestureTest):
                    f"a program gets {line!r}")
 
 
-class DevicePresses(Scenarios, DeviceTest):
-    """By a device of its own, which the button must be let go of on."""
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls.hand = cls.touchpad
-
-    def go(self, name: str) -> None:
-        self.go_to(*CENTRE[name])
-        self.take_up(self.touchpad)
+class DevicePresses(Scenarios, TouchpadHand):
+    pass
 
 
 if __name__ == "__main__":

@@ -5,14 +5,12 @@ import os
 import random
 import unittest
 
-from device_desktop import CENTRE, HALF, DeviceTest
-from press_tap import left_button
-from quillon_desktop import BAND, WIDTH, GestureTest
+from device_desktop import CENTRE
+from press_tap import LEFT, MIDDLE, InjectedHand, TouchpadHand, left_button
+from quillon_desktop import BAND
 from switcher_desktop import SAYS, write_switcher_settings
-from witnesses import (CONTACT_PLAYER, GTK3_CLIENT, QT6_CLIENT, TREE, X11_PROBE, Client,
-                       wait_until)
+from witnesses import CONTACT_PLAYER, TREE, X11_PROBE, wait_until
 
-MIDDLE, LEFT = ["press 2", "release 2"], ["press 1", "release 1"]
 SEQUENCES = int(os.environ.get("QUILLON_PRESS_SEQUENCES", 150))
 
 
@@ -167,33 +165,11 @@ class ThreeFingers:
             self.expect(name, expected)
 
 
-class ThreeFingersInjected(ThreeFingers, GestureTest):
-    """The button is that of the device that other programs inject with."""
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls.hand = cls.injector
-        cls.clients = {
-            name: Client(cls.desktop, cls.hand, program, name, (0, y, WIDTH, HALF))
-            for name, program, y in (("GTK 3", GTK3_CLIENT, 0), ("Qt 6", QT6_CLIENT, HALF))}
-
-    def go(self, name: str) -> None:
-        self.injector.move(*CENTRE[name])
+class ThreeFingersInjected(ThreeFingers, InjectedHand):
+    pass
 
 
-class ThreeFingersOnDevice(ThreeFingers, DeviceTest):
-    """The button is a touchpad's own."""
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls.hand = cls.touchpad
-
-    def go(self, name: str) -> None:
-        self.go_to(*CENTRE[name])
-        self.take_up(self.touchpad)
-
+class ThreeFingersOnDevice(ThreeFingers, TouchpadHand):
     def test_in_a_band(self):
         """There the touchpad itself is held, and its clicks are posted on."""
         self.start_tool(LeftEdge=True)
