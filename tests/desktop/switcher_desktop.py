@@ -1,12 +1,11 @@
 """The ground of the tests of the window switcher: programs with plain windows, and who is in front."""
 
-import itertools
 import json
 import re
-import subprocess
 
 from quillon_desktop import GestureTest
-from witnesses import PLAIN_WINDOWS, Failed, wait_until
+from window_desktop import Program
+from witnesses import Failed, wait_until
 
 SUITE = "com.pelorin.shared"
 PREFIX = "WindowSwitcher_"
@@ -21,28 +20,18 @@ def write_switcher_settings(desktop, **settings) -> None:
     path.write_text(json.dumps({PREFIX + name: value for name, value in settings.items()}))
 
 
-class Windows:
-    """A program with some plain windows."""
+class Windows(Program):
+    """A program whose windows the window manager has taken up."""
 
-    _numbers = itertools.count(1)
-
-    def __init__(self, desktop, name: str, count=1, place=(300, 150, 400, 300), **says):
+    def __init__(self, desktop, name: str, count=1, place=(300, 150, 400, 300)):
+        super().__init__(desktop, name, count, place, **{"class": f"{name.lower()}/{name}"})
         self.name, self._desktop = name, desktop
-        log = f"windows-{next(self._numbers)}"
-        said = {"class": f"{name.lower()}/{name}"} | says
-        self.process = desktop.start(
-            log, [PLAIN_WINDOWS, name, count, *place, *(f"{key}={value}" for key, value in said.items())],
-            stdin=subprocess.PIPE, text=True)
-        ids = desktop.wait_for(
-            self.process, lambda: len(found := re.findall(r"window (0x[0-9a-f]+)", desktop.log(log)))
-            == count and found, f"the windows of {name}")
-        self.ids = [int(number, 16) for number in ids]
-        wait_until(lambda: set(self.ids) <= set(managed(desktop)), f"{name} is managed")
+        wait_until(lambda: set(self.windows) <= set(managed(desktop)), f"{name} is managed")
 
-    def close(self) -> None:
+    def quit(self) -> None:
         self.process.stdin.close()
         self._desktop.end(self.process)
-        wait_until(lambda: not set(self.ids) & set(managed(self._desktop)), f"{self.name} is gone")
+        wait_until(lambda: not set(self.windows) & set(managed(self._desktop)), f"{self.name} is gone")
 
 
 def _windows(desktop, name: str) -> list[int]:
@@ -91,10 +80,10 @@ class SwitcherTest(GestureTest):
     @staticmethod
     def _close(windows: Windows) -> None:
         if windows.process.poll() is None:
-            windows.close()
+            windows.quit()
 
     def owner(self, window: int) -> str:
-        return next((one.name for one in self.opened if window in one.ids), hex(window))
+        return next((one.name for one in self.opened if window in one.windows), hex(window))
 
     def state(self) -> tuple[str, str, str]:
         """Whose window is active, is on top, and has the keyboard."""

@@ -49,7 +49,7 @@ class WindowSwitchOpenbox(SwitcherTest):
     def test_several_windows_of_one_come_forward_in_their_order(self):
         alpha = self.open("Alpha", 3)
         self.open("Beta", 2)
-        order = [window for window in stacking(self.desktop) if window in alpha.ids]
+        order = [window for window in stacking(self.desktop) if window in alpha.windows]
         self.begin()
         self.turn("up", "Alpha")
         self.assertEqual(stacking(self.desktop)[-3:], order)
@@ -74,7 +74,7 @@ class WindowSwitchOpenbox(SwitcherTest):
     def test_those_that_are_not_on_the_screen(self):
         for name in ("Alpha", "Beta", "Delta", "Gamma"):
             self.open(name)
-        hidden, elsewhere = self.opened[1].ids[0], self.opened[2].ids[0]
+        hidden, elsewhere = self.opened[1].windows[0], self.opened[2].windows[0]
         self.desktop.run("xdotool", "windowminimize", hidden)
         self.desktop.run("wmctrl", "-i", "-r", elsewhere, "-t", 1)
         wait_until(lambda: "HIDDEN" in self.desktop.run("xprop", "-id", hidden, "_NET_WM_STATE"),
@@ -93,7 +93,7 @@ class WindowSwitchOpenbox(SwitcherTest):
         self.addCleanup(beta.send_signal, signal.SIGCONT)
         self.turn("up", "Alpha", "Beta", "Gamma")
         beta.send_signal(signal.SIGCONT)
-        self.opened[1].close()
+        self.opened[1].quit()
         self.turn("up", "Alpha", "Gamma")
 
     def test_one_that_closes_or_moves_between_the_two_stages(self):
@@ -105,7 +105,7 @@ class WindowSwitchOpenbox(SwitcherTest):
         self.between_stages(self.opened[1].process.kill)
         self.turn("up", "Gamma", "Alpha")
         self.between_stages(lambda: self.desktop.run(
-            "wmctrl", "-i", "-r", self.opened[2].ids[0], "-t", 1))
+            "wmctrl", "-i", "-r", self.opened[2].windows[0], "-t", 1))
         self.expect_front("Gamma")
         wait_until(lambda: self.desktop.current_desktop() == 1, "it is followed")
         self.desktop.set_desktop(0)
