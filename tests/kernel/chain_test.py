@@ -6,7 +6,7 @@ from devices import await_taken
 from quillon_desktop import BAND, WIDTH
 from uinput_devices import HORIZONTAL, NOTCH, VERTICAL, CoarseMouse, Tablet
 from uinput_touchpads import Touchpad
-from witnesses import X11_PROBE, wait_until
+from witnesses import X11_PROBE, await_idle, wait_until
 
 DIRECTIONS = ("up", "down", "left", "right")
 PER_DESKTOP = 4  # notches
@@ -37,6 +37,12 @@ class ChainTest(DeviceTest):
         self.client = self.clients["GTK 3"]
         self.go_out_of_band()
         self.addCleanup(self.go_out_of_band)
+
+    def start(self, *edges: str, **settings) -> None:
+        """Until it has made its hub, which on an emulated processor takes it longer than a scroll
+        may wait."""
+        super().start(*edges, **settings)
+        await_idle(self.quillon.process, 60)
 
     def await_held(self) -> None:
         if self.quillon:
