@@ -6,6 +6,8 @@
 
 namespace quillon {
 
+class WindowSwitcherManager;
+
 /// The application's entry: gives the system its one delegate. It has no window of its own; what
 /// the user sees hangs on the status item.
 class PelorinAppApp {
@@ -18,6 +20,7 @@ class PelorinAppApp {
 
   private:
     std::shared_ptr<AppDelegate> delegate_;
+    WindowSwitcherManager* windowSwitcher_ = nullptr; // where it is on
 };
 
 } // namespace quillon

@@ -3,6 +3,7 @@
 #include "Platform/Platform.h"
 
 #include <utility>
+#include <vector>
 
 namespace quillon {
 
@@ -14,6 +15,12 @@ constexpr int threeContacts = 3;
 std::atomic<std::weak_ptr<ThreeFingerTouchMonitor>>& startedMonitor() {
     static std::atomic<std::weak_ptr<ThreeFingerTouchMonitor>> monitor;
     return monitor;
+}
+
+/// For what cannot be stopped: its thread goes on, so the code that it runs must stay.
+void leaveOpen(std::unique_ptr<DynamicLibrary> library) {
+    static auto& libraries = *new std::vector<std::unique_ptr<DynamicLibrary>>;
+    libraries.push_back(std::move(library));
 }
 
 } // namespace
@@ -82,8 +89,7 @@ void ThreeFingerTouchMonitor::stop() {
     if (canStop) {
         libHandle_.reset();
     } else {
-        // Its thread goes on: the code that it runs must stay.
-        [[maybe_unused]] const auto* leftOpen = libHandle_.release();
+        leaveOpen(std::move(libHandle_));
     }
     startedMonitor() = std::weak_ptr<ThreeFingerTouchMonitor>();
 }
