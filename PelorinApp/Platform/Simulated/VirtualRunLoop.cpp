@@ -85,12 +85,11 @@ void VirtualRunLoop::drain() {
 }
 
 bool VirtualRunLoop::runSerial() {
-    for (std::size_t i = 0; i < serial_.size(); ++i) { // by index: work may make a queue
-        if (const auto queue = serial_[i].lock(); queue && queue->runQueued() > 0) {
-            return true;
-        }
-    }
-    return false;
+    const auto queues = serial_; // work may make another
+    return std::any_of(queues.begin(), queues.end(), [](const auto& weak) {
+        const auto queue = weak.lock();
+        return queue && queue->runQueued() > 0;
+    });
 }
 
 void VirtualRunLoop::discardQueued() {

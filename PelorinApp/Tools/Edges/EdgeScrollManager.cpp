@@ -69,7 +69,7 @@ void EdgeScrollManager::bandChanged() {
 
 void EdgeScrollManager::stopMonitoring() {
     EdgeToolManager::stopMonitoring();
-    notches_.reset();
+    forgetNotches();
 }
 
 } // namespace quillon

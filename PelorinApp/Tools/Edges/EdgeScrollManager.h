@@ -15,7 +15,6 @@ class EdgeScrollManager : public EdgeToolManager {
   public:
     [[nodiscard]] bool hasEventTap() const { return scrollTap_.exists(); }
 
-    /// Stops listening and forgets the notches gathered so far.
     void stopMonitoring() override;
 
     /// One scroll event in the band, on the main thread.
@@ -37,6 +36,9 @@ class EdgeScrollManager : public EdgeToolManager {
     /// Persists it; anything but a whole number of 1…10 is first made one. True when it is another
     /// than before.
     bool setNotchesPerAction(double notches);
+
+    /// What stopping does with the notches gathered so far.
+    virtual void forgetNotches() { notches_.reset(); }
 
     virtual void positiveAction() = 0;
     virtual void negativeAction() = 0;

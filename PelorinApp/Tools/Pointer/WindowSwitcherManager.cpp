@@ -159,7 +159,7 @@ void WindowSwitcherManager::removeSource() {
 }
 
 void WindowSwitcherManager::stopMonitoring() {
-    EdgeToolManager::stopMonitoring(); // the notches stay
+    EdgeScrollManager::stopMonitoring();
     platform().diagnostics.line("🛑 Window switcher monitoring stopped");
 }
 

@@ -58,7 +58,6 @@ class WindowSwitcherManager final : public EdgeScrollManager {
     void setExcludeXcode(bool exclude);
     void setExcludedAppNames(const QStringList& names);
 
-    /// Keeps the notches gathered so far.
     void stopMonitoring() override;
 
     void switchToNextWindow();
@@ -75,6 +74,8 @@ class WindowSwitcherManager final : public EdgeScrollManager {
     void detectedAppsChanged();
 
   protected:
+    /// They count on after a restart.
+    void forgetNotches() override {}
     void positiveAction() override;
     void negativeAction() override;
 
