@@ -10,8 +10,11 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,6 +25,24 @@ namespace quillon {
 namespace {
 
 constexpr std::chrono::seconds limit{8};
+
+/// Servers that look for a free number at the same time may end up with the same one: one of them
+/// has its socket in the file system, the other in the abstract name space. So one does at a time,
+/// whichever test starts it.
+class DisplayNumbers {
+  public:
+    DisplayNumbers()
+        : lock_(open((std::filesystem::temp_directory_path() / "quillon-test-displays").c_str(),
+                     O_CREAT | O_RDWR | O_CLOEXEC, 0600)) {
+        flock(lock_, LOCK_EX);
+    }
+    DisplayNumbers(const DisplayNumbers&) = delete;
+    DisplayNumbers& operator=(const DisplayNumbers&) = delete;
+    ~DisplayNumbers() { close(lock_); }
+
+  private:
+    int lock_;
+};
 
 /// Reads the display number that the server writes once it is ready.
 std::string readDisplay(int descriptor) {
@@ -49,6 +70,7 @@ XServer::XServer(const std::vector<std::string>& extraArguments) {
     if (pipe(ready.data()) != 0) {
         throw std::runtime_error("pipe");
     }
+    const DisplayNumbers numbers;
     process_ = fork();
     if (process_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+
 namespace quillon {
 namespace {
 
@@ -44,14 +47,16 @@ TEST_F(ThreeFingerTouchMonitorTest, NoDevice) {
     EXPECT_EQ(library.timesOpened(), 1) << "it was open already";
 }
 
-struct MissingEntryPoint : testing::TestWithParam<std::pair<const char*, bool>> {
+using namespace std::string_literals;
+
+struct MissingEntryPoint : testing::TestWithParam<std::pair<std::string, bool>> {
     SimulatedDesktop desktop;
 };
 
 // A library that lacks something is not used at once; one that is open by then is, as long as what
 // starts it is there.
 TEST_P(MissingEntryPoint, LeavesTheMonitorUnstarted) {
-    const auto [symbol, startsLater] = GetParam();
+    const auto& [symbol, startsLater] = GetParam();
     desktop.touchLibrary.missingSymbols.insert(symbol);
     const auto monitor =
         std::make_shared<ThreeFingerTouchMonitor>(desktop.runLoop, desktop.touchLibrary);
@@ -66,11 +71,11 @@ TEST_P(MissingEntryPoint, LeavesTheMonitorUnstarted) {
 }
 
 INSTANTIATE_TEST_SUITE_P(ThreeFingerTouchMonitor, MissingEntryPoint,
-                         testing::Values(std::pair{"MTDeviceCreateDefault", false},
-                                         std::pair{"MTRegisterContactFrameCallback", false},
-                                         std::pair{"MTUnregisterContactFrameCallback", true},
-                                         std::pair{"MTDeviceStart", false},
-                                         std::pair{"MTDeviceStop", true}));
+                         testing::Values(std::pair{"MTDeviceCreateDefault"s, false},
+                                         std::pair{"MTRegisterContactFrameCallback"s, false},
+                                         std::pair{"MTUnregisterContactFrameCallback"s, true},
+                                         std::pair{"MTDeviceStart"s, false},
+                                         std::pair{"MTDeviceStop"s, true}));
 
 TEST_F(ThreeFingerTouchMonitorTest, LoadIsDoneOnce) {
     EXPECT_TRUE(monitor->load());
