@@ -15,7 +15,7 @@ using AccessibilityElementRef = std::shared_ptr<AccessibilityElement>;
 /// An application or a window of one, as assistive programs see it. Main thread only.
 ///
 /// Nothing here waits for the application: what it stands for may be gone at any time, and then
-/// reading fails and writing changes nothing.
+/// reading fails and writing changes nothing. Whatever a kind of element does not have, it refuses.
 class AccessibilityElement {
   public:
     virtual ~AccessibilityElement() = default;
@@ -23,16 +23,21 @@ class AccessibilityElement {
     /// An attribute that holds elements: "AXWindows", an application's windows front to back.
     /// Nothing when it cannot be read.
     [[nodiscard]] virtual std::optional<std::vector<AccessibilityElementRef>>
-    elements(std::string_view attribute) = 0;
+    elements(std::string_view /*attribute*/) {
+        return std::nullopt;
+    }
 
     /// "AXFocusedWindow" of an application. False when refused.
-    virtual bool setElement(std::string_view attribute, const AccessibilityElementRef& value) = 0;
+    virtual bool setElement(std::string_view /*attribute*/,
+                            const AccessibilityElementRef& /*value*/) {
+        return false;
+    }
 
     /// "AXMain" of a window. False when refused.
-    virtual bool setBool(std::string_view attribute, bool value) = 0;
+    virtual bool setBool(std::string_view /*attribute*/, bool /*value*/) { return false; }
 
     /// "AXRaise" of a window. False when refused.
-    virtual bool performAction(std::string_view action) = 0;
+    virtual bool performAction(std::string_view /*action*/) { return false; }
 };
 
 class AccessibilityElements {

@@ -38,6 +38,9 @@ struct Rect {
     bool operator==(const Rect&) const = default;
 };
 
+/// The place as counted from the top left of the main screen, y growing downward, or back.
+[[nodiscard]] Point fromTopLeft(Point p, std::span<const Rect> screens);
+
 /// The first screen that contains p, or null.
 [[nodiscard]] const Rect* screenContaining(Point p, std::span<const Rect> screens);
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include <array>
 
 namespace quillon {
@@ -29,6 +31,13 @@ TEST(Rect, ScreensThatTouchShareNoPoint) {
 TEST(Rect, FirstOfOverlappingScreensWins) {
     const std::array<Rect, 2> mirrored{Rect{0, 0, 100, 100}, Rect{0, 0, 50, 50}};
     EXPECT_EQ(screenContaining({10, 10}, mirrored), mirrored.data());
+}
+
+TEST(Geometry, FromTheTopLeftOfTheMainScreenAndBack) {
+    const std::vector<Rect> screens{{0, 0, 1440, 900}, {1440, 100, 800, 600}};
+    EXPECT_EQ(fromTopLeft({5, 900}, screens), (Point{5, 0}));
+    EXPECT_EQ(fromTopLeft({1500, 650}, screens), (Point{1500, 250}));
+    EXPECT_EQ(fromTopLeft(fromTopLeft({7, 8}, screens), screens), (Point{7, 8}));
 }
 
 } // namespace

@@ -26,16 +26,12 @@ class SimulatedWindows::WindowElement final : public AccessibilityElement {
     WindowElement(SimulatedWindows& windows, ProcessId process)
         : windows_(windows), process_(process) {}
 
-    std::optional<std::vector<AccessibilityElementRef>>
-    elements(std::string_view /*attribute*/) override {
-        return std::nullopt;
-    }
-    bool setElement(std::string_view /*attribute*/,
-                    const AccessibilityElementRef& /*value*/) override {
-        return false;
-    }
-    bool setBool(std::string_view attribute, bool /*value*/) override {
-        return attribute == "AXMain";
+    bool setBool(std::string_view attribute, bool value) override {
+        if (attribute != "AXMain") {
+            return false;
+        }
+        windows_.sink_("main", std::to_string(process_) + (value ? "" : " off"));
+        return true;
     }
     bool performAction(std::string_view action) override {
         if (action != "AXRaise" || !windows_.processes_.contains(process_)) {
@@ -70,10 +66,12 @@ class SimulatedWindows::ApplicationElement final : public AccessibilityElement {
         return found;
     }
     bool setElement(std::string_view attribute, const AccessibilityElementRef& value) override {
-        return attribute == "AXFocusedWindow" && value != nullptr;
+        if (attribute != "AXFocusedWindow" || value == nullptr) {
+            return false;
+        }
+        windows_.sink_("focus", std::to_string(process_));
+        return true;
     }
-    bool setBool(std::string_view /*attribute*/, bool /*value*/) override { return false; }
-    bool performAction(std::string_view /*action*/) override { return false; }
 
   private:
     SimulatedWindows& windows_;

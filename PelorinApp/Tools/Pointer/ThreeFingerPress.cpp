@@ -10,7 +10,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int threeContacts = 3;
 constexpr double clickDuration = 0.01; // seconds
 
 /// The shortest text that reads as this number, with a decimal point.
@@ -65,7 +64,7 @@ void ThreeFingerPress::stop() {
 
 void ThreeFingerPress::update() {
     if (mouseTap_.exists()) {
-        setArmed(monitor_->currentContactCount() == threeContacts);
+        setArmed(monitor_->hasThreeContacts());
     }
 }
 
@@ -82,7 +81,7 @@ Event* ThreeFingerPress::tapCallback(EventType type, Event* event, void* userInf
     if (type != EventType::leftMouseDown || press == nullptr) {
         return event;
     }
-    if (press->isOn_() && press->monitor_->currentContactCount() == threeContacts) {
+    if (press->isOn_() && press->monitor_->hasThreeContacts()) {
         press->clickMiddle();
         return nullptr;
     }

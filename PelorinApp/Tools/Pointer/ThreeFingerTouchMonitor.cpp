@@ -9,8 +9,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int threeContacts = 3;
-
 /// The started monitor: the library's callback carries no context.
 std::atomic<std::weak_ptr<ThreeFingerTouchMonitor>>& startedMonitor() {
     static std::atomic<std::weak_ptr<ThreeFingerTouchMonitor>> monitor;
@@ -126,7 +124,7 @@ void ThreeFingerTouchMonitor::storeContacts(int count) {
 
 void ThreeFingerTouchMonitor::reportThreeContacts() {
     if (handler_) {
-        handler_(currentContactCount() == threeContacts);
+        handler_(hasThreeContacts());
     }
 }
 

@@ -35,6 +35,7 @@ class ThreeFingerTouchMonitor : public std::enable_shared_from_this<ThreeFingerT
 
     /// The contacts of the last frame that has arrived.
     [[nodiscard]] int currentContactCount() const;
+    [[nodiscard]] bool hasThreeContacts() const { return currentContactCount() == threeContacts; }
 
     [[nodiscard]] bool isStarted() const { return isStarted_; }
 
@@ -48,6 +49,8 @@ class ThreeFingerTouchMonitor : public std::enable_shared_from_this<ThreeFingerT
     }
 
   private:
+    static constexpr int threeContacts = 3;
+
     static int contactFrame(TouchDevice device, void* contacts, std::int32_t count,
                             double timestamp, std::int32_t frame);
     void storeContacts(int count);

@@ -28,6 +28,11 @@ TEST_F(ThreeFingerTouchMonitorTest, CountsTheContactsOfTheLastFrame) {
     }
 }
 
+TEST_F(ThreeFingerTouchMonitorTest, OpensTheLibraryOfTheSystem) {
+    EXPECT_STREQ(touchLibraryPath, "/System/Library/PrivateFrameworks/MultitouchSupport.framework/"
+                                   "MultitouchSupport");
+}
+
 TEST_F(ThreeFingerTouchMonitorTest, NoLibrary) {
     library.isInstalled = false;
     EXPECT_FALSE(monitor->load());

@@ -114,7 +114,8 @@ TEST_F(WindowCycle, SecondStageFocusesAndRaisesTheFirstWindow) {
     desktop.runLoop.advance(0.099);
     EXPECT_TRUE(actions.empty());
     desktop.runLoop.advance(0.001);
-    EXPECT_EQ(actions, (Lines{"raise 2", "activate 2 options=2", "log ✅ Switched to: Beta"}));
+    EXPECT_EQ(actions, (Lines{"focus 2", "main 2", "raise 2", "activate 2 options=2",
+                              "log ✅ Switched to: Beta"}));
 }
 
 TEST_F(WindowCycle, SecondStageOnlyActivatesWhereWindowsCannotBeRead) {

@@ -71,14 +71,6 @@ class LinuxWindows::WindowElement final : public AccessibilityElement {
 
     [[nodiscard]] ProcessId process() const { return process_; }
 
-    std::optional<std::vector<AccessibilityElementRef>>
-    elements(std::string_view /*attribute*/) override {
-        return std::nullopt;
-    }
-    bool setElement(std::string_view /*attribute*/,
-                    const AccessibilityElementRef& /*value*/) override {
-        return false;
-    }
     /// The main window of an application is the one that comes to mind first: the front-most.
     bool setBool(std::string_view attribute, bool value) override {
         return attribute == "AXMain" && value && raise();
@@ -133,8 +125,6 @@ class LinuxWindows::ApplicationElement final : public AccessibilityElement {
         return attribute == "AXFocusedWindow" && window && window->process() == process_ &&
                window->focus();
     }
-    bool setBool(std::string_view /*attribute*/, bool /*value*/) override { return false; }
-    bool performAction(std::string_view /*action*/) override { return false; }
 
   private:
     std::weak_ptr<LinuxWindows*> windows_;
