@@ -46,18 +46,16 @@ def measure(desktop, count: int) -> None:
         desktop.end(program.process)
 
 
-def main() -> int:
-    try:
-        with PrivateDesktop() as desktop:
-            for count in (2, 20, 200):
-                measure(desktop, count)
-        return 0
-    except Failed as failure:
-        print(f"script/bench: {failure}", file=sys.stderr)
-        return 1
-    except Interrupted as interruption:
-        return interruption.status
+def main() -> None:
+    with PrivateDesktop() as desktop:
+        for count in (2, 20, 200):
+            measure(desktop, count)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    try:
+        main()
+    except Failed as failure:
+        sys.exit(f"window_cost: {failure}")
+    except Interrupted as interruption:
+        sys.exit(interruption.status)

@@ -138,11 +138,9 @@ EventRef SimulatedEventServices::createEvent() {
     if (!makesEmptyEvents_) {
         return nullptr;
     }
-    const Point pointer = displays_.mouseLocation();
-    const auto screens = displays_.screens();
-    const double height = screens.empty() ? 0 : screens.front().height;
     return std::make_unique<FieldEvent>(EventType::scrollWheel,
-                                        Point{pointer.x, height - pointer.y}, MouseButton::left);
+                                        fromTopLeft(displays_.mouseLocation(), displays_.screens()),
+                                        MouseButton::left);
 }
 
 EventRef SimulatedEventServices::createMouseEvent(EventType type, Point position,

@@ -102,7 +102,8 @@ EventRef X11EventServices::createEvent() {
         return nullptr;
     }
     return std::make_unique<FieldEvent>(EventType::scrollWheel,
-                                        fromTopLeft(displays_.mouseLocation()), MouseButton::left);
+                                        fromTopLeft(displays_.mouseLocation(), geometry_->frames()),
+                                        MouseButton::left);
 }
 
 EventRef X11EventServices::createMouseEvent(EventType type, Point position, MouseButton button) {
@@ -130,10 +131,6 @@ void X11EventServices::settlePosts(bool areValid) {
         }
     }
     posts_.clear();
-}
-
-Point X11EventServices::fromTopLeft(Point place) const {
-    return {place.x, geometry_->frames().front().height - place.y};
 }
 
 void X11EventServices::setPanicHandler(std::function<void()> handler) {
@@ -237,7 +234,7 @@ void X11EventServices::answerHolder() {
 Verdict X11EventServices::runTaps(const TapQuestion& question) {
     const EventType type = typeOf(question);
     const Point location = locationOf(question);
-    FieldEvent event = eventOf(question, fromTopLeft(location));
+    FieldEvent event = eventOf(question, fromTopLeft(location, geometry_->frames()));
     const X11Displays::EventScope scope(displays_, location);
     // By index: a callback may change the list. Nothing here allocates.
     for (std::size_t i = 0; i < taps_.size() && exchange_.isAwaited(); ++i) {

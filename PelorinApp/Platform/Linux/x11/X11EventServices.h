@@ -53,7 +53,6 @@ class X11EventServices final : public EventServices {
     void answerHolder();
     Verdict runTaps(const TapQuestion& question);
     void settlePosts(bool areValid);
-    [[nodiscard]] Point fromTopLeft(Point place) const;
     void switchOff(X11EventTap& tap, EventType waiting);
     void switchOffAll(EventType waiting);
     void startHolder();
