@@ -13,6 +13,7 @@ enum class EventType : std::uint32_t {
     leftMouseUp = 2,
     rightMouseDown = 3,
     rightMouseUp = 4,
+    systemDefined = 14,
     scrollWheel = 22,
     otherMouseDown = 25,
     otherMouseUp = 26,

@@ -18,6 +18,25 @@ class EventTap {
 };
 using EventTapRef = std::shared_ptr<EventTap>;
 
+/// What a tap does to every event of a kind: all deltas of both axes change their sign.
+struct ConstantRewrite {
+    bool reversesLines = false;      // plain wheels
+    bool reversesContinuous = false; // precise scrolling, as of a trackpad
+    bool operator==(const ConstantRewrite&) const = default;
+};
+
+/// A message among the system's own parts, in the form that special keys have: data1 is then the
+/// key's code in its upper half and, in the lower, 0xA00 for down or 0xB00 for up.
+struct SystemDefinedEvent {
+    Point location;
+    std::uint64_t modifierFlags = 0;
+    double timestamp = 0;
+    std::int64_t windowNumber = 0;
+    std::int16_t subtype = 0;
+    std::int64_t data1 = 0;
+    std::int64_t data2 = 0;
+};
+
 /// What connects a tap to the main run loop (RunLoop::addSource). A tap whose source is on no run
 /// loop gets no events.
 class RunLoopSource {
@@ -71,12 +90,20 @@ class EventServices {
     /// it only where `armedAt` says so, and nothing when it is empty. Others ignore it.
     virtual void setArmedAt(EventTap& tap, ArmedAt armedAt) = 0;
 
+    /// A hint for systems on which the devices themselves can do what the tap does to events: there
+    /// they do, and the tap is asked only about the events that other taps may consume, as they
+    /// were before. Others ignore it.
+    virtual void setConstantRewrite(EventTap& tap, ConstantRewrite rewrite) = 0;
+
     /// An event of no type, at the pointer's place; null when the system makes none.
     virtual EventRef createEvent() = 0;
 
     /// A press or release of a button. `position` in points, origin at the main screen's top left.
     /// Null when the system makes none.
     virtual EventRef createMouseEvent(EventType type, Point position, MouseButton button) = 0;
+
+    /// Null when the system makes none.
+    virtual EventRef createSystemDefinedEvent(const SystemDefinedEvent& event) = 0;
 
     /// Hands an event that was made here to the system, as if a device had sent it. What a callback
     /// posts comes after the event that it answers. It is never reported to listen-only monitors of

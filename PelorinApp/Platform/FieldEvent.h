@@ -1,8 +1,9 @@
 #pragma once
 
-#include "Platform/Event.h"
+#include "Platform/EventServices.h"
 
 #include <array>
+#include <optional>
 
 namespace quillon {
 
@@ -21,6 +22,8 @@ class FieldEvent final : public Event {
     FieldEvent() = default;
     FieldEvent(EventType type, Point location, MouseButton button)
         : type_(type), location_(location), button_(button) {}
+    explicit FieldEvent(const SystemDefinedEvent& event)
+        : type_(EventType::systemDefined), location_(event.location), systemDefined_(event) {}
 
     [[nodiscard]] std::int64_t integerValueField(EventField field) const override;
     [[nodiscard]] double doubleValueField(EventField field) const override;
@@ -31,6 +34,11 @@ class FieldEvent final : public Event {
     [[nodiscard]] EventType type() const { return type_; }
     [[nodiscard]] MouseButton button() const { return button_; }
 
+    /// Of a system-defined event.
+    [[nodiscard]] const std::optional<SystemDefinedEvent>& systemDefined() const {
+        return systemDefined_;
+    }
+
     /// Whether the fields are the same.
     bool operator==(const FieldEvent& other) const { return values_ == other.values_; }
 
@@ -39,6 +47,7 @@ class FieldEvent final : public Event {
     EventType type_ = EventType::scrollWheel;
     Point location_;
     MouseButton button_ = MouseButton::left;
+    std::optional<SystemDefinedEvent> systemDefined_;
 };
 
 } // namespace quillon

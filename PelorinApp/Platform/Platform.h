@@ -6,6 +6,7 @@
 #include "Platform/Animator.h"
 #include "Platform/Application.h"
 #include "Platform/Applications.h"
+#include "Platform/AudioHardware.h"
 #include "Platform/Bundle.h"
 #include "Platform/Diagnostics.h"
 #include "Platform/Displays.h"
@@ -42,6 +43,7 @@ struct Platform {
     WindowServer& windowServer;
     AccessibilityElements& accessibilityElements;
     DynamicLibraries& libraries;
+    AudioHardware& audio;
 
     // What people see.
     Application& application;

@@ -30,8 +30,8 @@ std::optional<std::string> SimulatedBundle::infoString(std::string_view key) con
 }
 
 SimulatedDesktop::SimulatedDesktop(const ActionSink& sink)
-    : events(displays, sink), scripting(sink), diagnostics(sink), windows(sink), application(sink),
-      statusBar(sink), popovers(sink), menus(sink), updaters(sink),
+    : events(displays, sink), scripting(sink), diagnostics(sink), monitors(sink), windows(sink),
+      audio(sink), application(sink), statusBar(sink), popovers(sink), menus(sink), updaters(sink),
       workspace(sink), platform{.runLoop = runLoop,
                                 .events = events,
                                 .displays = displays,
@@ -45,6 +45,7 @@ SimulatedDesktop::SimulatedDesktop(const ActionSink& sink)
                                 .windowServer = windows,
                                 .accessibilityElements = windows,
                                 .libraries = touchLibrary,
+                                .audio = audio,
                                 .application = application,
                                 .statusBar = statusBar,
                                 .images = images,

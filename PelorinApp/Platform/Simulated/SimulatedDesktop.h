@@ -2,6 +2,8 @@
 
 #include "Platform/Platform.h"
 #include "Platform/Simulated/ActionSink.h"
+#include "Platform/Simulated/SimulatedAudioHardware.h"
+#include "Platform/Simulated/SimulatedEventMonitors.h"
 #include "Platform/Simulated/SimulatedEventServices.h"
 #include "Platform/Simulated/SimulatedShell.h"
 #include "Platform/Simulated/SimulatedStatusBar.h"
@@ -90,6 +92,7 @@ class SimulatedDesktop {
     SimulatedEventMonitors monitors;
     SimulatedWindows windows;
     SimulatedTouchLibrary touchLibrary;
+    SimulatedAudioHardware audio;
     SimulatedApplication application;
     SimulatedStatusBar statusBar;
     SimulatedImages images;

@@ -31,6 +31,7 @@ class SimulatedEventServices::SimulatedTap final : public EventTap {
     bool dropped = false;
     std::function<void()> invalidated;
     ArmedAt armedAt;
+    ConstantRewrite constantRewrite;
 
   private:
     ActionSink& sink_;
@@ -134,6 +135,10 @@ void SimulatedEventServices::drop(std::string_view owner) {
     }
 }
 
+void SimulatedEventServices::setConstantRewrite(EventTap& tap, ConstantRewrite rewrite) {
+    simulated<SimulatedTap>(tap).constantRewrite = rewrite;
+}
+
 EventRef SimulatedEventServices::createEvent() {
     if (!makesEmptyEvents_) {
         return nullptr;
@@ -148,8 +153,32 @@ EventRef SimulatedEventServices::createMouseEvent(EventType type, Point position
     return makesMouseEvents_ ? std::make_unique<FieldEvent>(type, position, button) : nullptr;
 }
 
+EventRef SimulatedEventServices::createSystemDefinedEvent(const SystemDefinedEvent& event) {
+    return makesSystemDefinedEvents_ ? std::make_unique<FieldEvent>(event) : nullptr;
+}
+
+void SimulatedEventServices::postKey(const SystemDefinedEvent& event) {
+    constexpr std::int64_t half = 0x10000;
+    constexpr std::int64_t down = 0xA00;
+    constexpr std::int64_t up = 0xB00;
+    const auto isKey = [](const SystemDefinedEvent& key, std::int64_t direction) {
+        return key.subtype == 8 && key.data2 == -1 && key.data1 % half == direction &&
+               key.modifierFlags == static_cast<std::uint64_t>(direction);
+    };
+    if (isKey(event, down)) {
+        keyDown_ = event;
+    } else if (isKey(event, up) && keyDown_ && keyDown_->data1 / half == event.data1 / half) {
+        keyDown_.reset();
+        sink_("key", std::to_string(event.data1 / half));
+    }
+}
+
 void SimulatedEventServices::post(TapLocation /*location*/, const Event& event) {
     const auto& click = static_cast<const FieldEvent&>(event);
+    if (click.systemDefined()) {
+        postKey(*click.systemDefined());
+        return;
+    }
     const bool isDown = click.type() == EventType::leftMouseDown ||
                         click.type() == EventType::rightMouseDown ||
                         click.type() == EventType::otherMouseDown;
@@ -184,6 +213,16 @@ bool SimulatedEventServices::isListening(std::string_view owner) const {
         }
     }
     return false;
+}
+
+ConstantRewrite SimulatedEventServices::constantRewrite(std::string_view owner) const {
+    ConstantRewrite said;
+    for (const auto& tap : living()) {
+        if (tap->owner == owner && tap->isListening()) {
+            said = tap->constantRewrite;
+        }
+    }
+    return said;
 }
 
 bool SimulatedEventServices::isArmedAt(Point pointer, std::span<const Rect> screens) const {

@@ -6,6 +6,7 @@
 #include "Platform/Simulated/ActionSink.h"
 
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -24,8 +25,10 @@ class SimulatedEventServices final : public EventServices {
     void enableTap(EventTap& tap, bool enable) override;
     void setInvalidationHandler(EventTap& tap, std::function<void()> handler) override;
     void setArmedAt(EventTap& tap, ArmedAt armedAt) override;
+    void setConstantRewrite(EventTap& tap, ConstantRewrite rewrite) override;
     EventRef createEvent() override;
     EventRef createMouseEvent(EventType type, Point position, MouseButton button) override;
+    EventRef createSystemDefinedEvent(const SystemDefinedEvent& event) override;
     void post(TapLocation location, const Event& event) override;
     void setPanicHandler(std::function<void()> handler) override;
 
@@ -49,12 +52,17 @@ class SimulatedEventServices final : public EventServices {
         makesMouseEvents_ = mouseEvents;
     }
 
+    void setMakingSystemDefined(bool makes) { makesSystemDefinedEvents_ = makes; }
+
     /// The tool's tap vanishes, as after a system fault.
     void drop(std::string_view owner);
 
     /// Whether some tap of `owner` is there, and whether one would be called for an event.
     [[nodiscard]] bool hasTap(std::string_view owner) const;
     [[nodiscard]] bool isListening(std::string_view owner) const;
+
+    /// What the enabled taps of `owner` say that they do to every event.
+    [[nodiscard]] ConstantRewrite constantRewrite(std::string_view owner) const;
 
     /// Whether some enabled tap says that it could consume at this place.
     [[nodiscard]] bool isArmedAt(Point pointer, std::span<const Rect> screens) const;
@@ -63,12 +71,15 @@ class SimulatedEventServices final : public EventServices {
     class SimulatedTap;
     class SimulatedSource;
     [[nodiscard]] std::vector<std::shared_ptr<SimulatedTap>> living() const;
+    void postKey(const SystemDefinedEvent& event);
 
     const Displays& displays_;
     ActionSink sink_;
     bool granting_ = true;
     bool makesEmptyEvents_ = true;
     bool makesMouseEvents_ = true;
+    bool makesSystemDefinedEvents_ = true;
+    std::optional<SystemDefinedEvent> keyDown_; // posted, and its release not yet
     std::function<void()> panicHandler_;
     std::vector<std::weak_ptr<SimulatedTap>> taps_; // newest first
 };

@@ -19,46 +19,6 @@ void SimulatedApplication::terminate(Sender* sender) {
     sink_("terminate", sender != nullptr ? "sender" : "");
 }
 
-class SimulatedEventMonitors::Monitor final : public EventMonitor {
-  public:
-    Monitor(std::uint64_t wanted, std::function<void(EventType)> listener)
-        : mask(wanted), handler(std::move(listener)) {}
-
-    std::uint64_t mask;
-    std::function<void(EventType)> handler;
-};
-
-EventMonitorRef SimulatedEventMonitors::addGlobalMonitor(std::uint64_t mask,
-                                                         std::function<void(EventType)> handler) {
-    if (!granting) {
-        return nullptr;
-    }
-    auto monitor = std::make_shared<Monitor>(mask, std::move(handler));
-    monitors_.push_back(monitor);
-    return monitor;
-}
-
-void SimulatedEventMonitors::deliver(EventType event) {
-    for (const auto& monitor : living()) {
-        if ((monitor->mask & eventMask(event)) != 0) {
-            monitor->handler(event);
-        }
-    }
-}
-
-std::size_t SimulatedEventMonitors::count() const { return living().size(); }
-
-std::vector<std::shared_ptr<SimulatedEventMonitors::Monitor>>
-SimulatedEventMonitors::living() const {
-    std::vector<std::shared_ptr<Monitor>> found;
-    for (const auto& one : monitors_) {
-        if (auto monitor = one.lock()) {
-            found.push_back(std::move(monitor));
-        }
-    }
-    return found;
-}
-
 std::optional<Image> SimulatedImages::named(std::string_view name) const {
     return hasAssets ? std::optional(Image{std::string(name), "", {}, false, false}) : std::nullopt;
 }

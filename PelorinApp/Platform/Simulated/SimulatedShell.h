@@ -2,7 +2,6 @@
 
 #include "Platform/Alerts.h"
 #include "Platform/Application.h"
-#include "Platform/EventMonitors.h"
 #include "Platform/Images.h"
 #include "Platform/LoginItem.h"
 #include "Platform/Menu.h"
@@ -33,23 +32,6 @@ class SimulatedApplication final : public Application {
 
   private:
     ActionSink sink_;
-};
-
-class SimulatedEventMonitors final : public EventMonitors {
-  public:
-    EventMonitorRef addGlobalMonitor(std::uint64_t mask,
-                                     std::function<void(EventType)> handler) override;
-
-    /// The user does this in some other program.
-    void deliver(EventType event);
-    [[nodiscard]] std::size_t count() const;
-
-    bool granting = true;
-
-  private:
-    class Monitor;
-    [[nodiscard]] std::vector<std::shared_ptr<Monitor>> living() const;
-    std::vector<std::weak_ptr<Monitor>> monitors_;
 };
 
 class SimulatedImages final : public Images {
