@@ -1,5 +1,6 @@
-// What one scroll event costs in the tap: nanoseconds, and allocations per event.
+// What one scroll event costs in a tap: nanoseconds, and allocations per event.
 
+#include "Tools/Edges/ScrollReverseManager.h"
 #include "support/AllocationCount.h"
 #include "support/ToolBench.h"
 
@@ -8,13 +9,9 @@
 namespace quillon {
 namespace {
 
-/// Sends events through the tap callback, as a platform does, and empties the queue behind it
+/// Sends events through a tap's callback, as a platform does, and empties the queue behind it
 /// outside the measurement.
-void decide(benchmark::State& state, bool armed, Point pointer) {
-    ToolBench bench;
-    bench.store("Tool4LeftEdge", armed);
-    const auto manager = bench.startTool();
-    bench.desktop.displays.pointer = pointer;
+void decide(benchmark::State& state, ToolBench& bench, EventTapCallback callback, void* manager) {
     FieldEvent event;
     event.setDoubleValueField(EventField::scrollLineDeltaAxis1, 1);
 
@@ -23,8 +20,7 @@ void decide(benchmark::State& state, bool armed, Point pointer) {
     while (state.KeepRunningBatch(batch)) {
         const std::size_t before = allocationCount();
         for (int i = 0; i < batch; ++i) {
-            benchmark::DoNotOptimize(
-                EdgeScrollManager::tapCallback(EventType::scrollWheel, &event, manager.get()));
+            benchmark::DoNotOptimize(callback(EventType::scrollWheel, &event, manager));
         }
         allocations += allocationCount() - before;
         state.PauseTiming();
@@ -36,9 +32,25 @@ void decide(benchmark::State& state, bool armed, Point pointer) {
         static_cast<double>(allocations) / static_cast<double>(state.iterations());
 }
 
-BENCHMARK_CAPTURE(decide, no_edge_armed, false, Point{5, 450});
-BENCHMARK_CAPTURE(decide, outside_the_band, true, Point{720, 450});
-BENCHMARK_CAPTURE(decide, in_the_band, true, Point{5, 450});
+void switchDesktops(benchmark::State& state, bool armed, Point pointer) {
+    ToolBench bench;
+    bench.store("Tool4LeftEdge", armed);
+    const auto manager = bench.startTool();
+    bench.desktop.displays.pointer = pointer;
+    decide(state, bench, &EdgeScrollManager::tapCallback, manager.get());
+}
+BENCHMARK_CAPTURE(switchDesktops, no_edge_armed, false, Point{5, 450});
+BENCHMARK_CAPTURE(switchDesktops, outside_the_band, true, Point{720, 450});
+BENCHMARK_CAPTURE(switchDesktops, in_the_band, true, Point{5, 450});
+
+void reverse(benchmark::State& state, bool mouse) {
+    ToolBench bench;
+    bench.store("ScrollReverseMouse", mouse);
+    const auto manager = bench.start<ScrollReverseManager>();
+    decide(state, bench, &ScrollReverseManager::tapCallback, manager.get());
+}
+BENCHMARK_CAPTURE(reverse, another_kind, false);
+BENCHMARK_CAPTURE(reverse, this_kind, true);
 
 /// The yardstick: what merely handing a piece of work to the main queue costs.
 void handOver(benchmark::State& state) {

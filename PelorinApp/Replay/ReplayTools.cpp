@@ -2,7 +2,10 @@
 
 #include "Replay/NearestWord.h"
 #include "Replay/StatementReader.h"
+#include "Tools/Edges/ScrollReverseManager.h"
 #include "Tools/Edges/Tool4EdgesManager.h"
+#include "Tools/Edges/VolumeControlManager.h"
+#include "Tools/Pointer/MediaControlManager.h"
 #include "Tools/Pointer/WindowSwitcherManager.h"
 
 #include <QMetaProperty>
@@ -30,34 +33,43 @@ std::shared_ptr<QObject> create(Platform& platform) {
     return Manager::create(platform);
 }
 
-bool mayMonitor(const EdgeToolManager& manager) {
-    return manager.isEnabled() && manager.hasAccessibilityPermission();
+void activate(QObject& object) {
+    auto& manager = static_cast<EdgeToolManager&>(object);
+    manager.setIsEnabled(true);
+    manager.restartIfNeeded(false);
 }
 
-void activateScrolling(QObject& object) {
-    auto& manager = static_cast<EdgeScrollManager&>(object);
-    manager.setIsEnabled(true);
-    if (mayMonitor(manager) && !manager.hasEventTap()) {
+/// Its switching on starts it, and says so, also when there is nothing to restart.
+void activateMediaControl(QObject& object) {
+    static_cast<MediaControlManager&>(object).setIsEnabled(true);
+}
+
+void switchScrollReverse(ScrollReverseManager& manager, bool on) {
+    manager.setIsEnabled(on);
+    if (on) {
         manager.startMonitoring();
+    } else {
+        manager.stopMonitoring();
     }
+}
+
+void activateScrollReverse(QObject& object) {
+    switchScrollReverse(static_cast<ScrollReverseManager&>(object), true);
+}
+
+void deactivateScrollReverse(QObject& object, bool /*partnerIsOn*/) {
+    switchScrollReverse(static_cast<ScrollReverseManager&>(object), false);
 }
 
 void disable(QObject& object, bool /*partnerIsOn*/) {
     static_cast<EdgeToolManager&>(object).setIsEnabled(false);
 }
 
-void restart(EdgeToolManager& manager) {
-    if (mayMonitor(manager)) {
-        manager.stopMonitoring();
-        manager.startMonitoring();
-    }
-}
-
 /// Switches the manager off unless it still serves the other tool.
 void leaveToPartner(QObject& object, bool partnerIsOn) {
     auto& manager = static_cast<EdgeToolManager&>(object);
     if (partnerIsOn) {
-        restart(manager);
+        manager.restartIfNeeded(true);
     } else {
         manager.setIsEnabled(false);
     }
@@ -67,7 +79,7 @@ void activateThreeFingerPress(QObject& object) {
     auto& manager = static_cast<WindowSwitcherManager&>(object);
     manager.setThreeFingerGestureEnabled(true);
     manager.setIsEnabled(true);
-    restart(manager);
+    manager.restartIfNeeded(true);
 }
 
 void deactivateThreeFingerPress(QObject& object, bool partnerIsOn) {
@@ -77,19 +89,26 @@ void deactivateThreeFingerPress(QObject& object, bool partnerIsOn) {
 
 constexpr std::array tools{
     ReplayTool{Tool4EdgesManager::toolId, &Tool4EdgesManager::staticMetaObject,
-               create<Tool4EdgesManager>, activateScrolling, disable},
+               create<Tool4EdgesManager>, activate, disable},
     ReplayTool{WindowSwitcherManager::toolId, &WindowSwitcherManager::staticMetaObject,
-               create<WindowSwitcherManager>, activateScrolling, leaveToPartner,
-               ThreeFingerPress::toolId},
+               create<WindowSwitcherManager>, activate, leaveToPartner, ThreeFingerPress::toolId},
     ReplayTool{ThreeFingerPress::toolId, &WindowSwitcherManager::staticMetaObject,
                create<WindowSwitcherManager>, activateThreeFingerPress, deactivateThreeFingerPress,
                WindowSwitcherManager::toolId},
+    ReplayTool{VolumeControlManager::toolId, &VolumeControlManager::staticMetaObject,
+               create<VolumeControlManager>, activate, disable},
+    ReplayTool{MediaControlManager::toolId, &MediaControlManager::staticMetaObject,
+               create<MediaControlManager>, activateMediaControl, disable},
+    ReplayTool{ScrollReverseManager::toolId, &ScrollReverseManager::staticMetaObject,
+               create<ScrollReverseManager>, activateScrollReverse, deactivateScrollReverse},
 };
 
-const ReplayTool* toolWithId(std::string_view id) {
-    const auto* const found =
-        std::find_if(tools.begin(), tools.end(), [&](const auto& tool) { return tool.id == id; });
-    return found == tools.end() ? nullptr : found;
+static_assert(std::ranges::all_of(toolIds, [](std::string_view id) {
+    return std::ranges::find(tools, id, &ReplayTool::id) != tools.end();
+}));
+
+const ReplayTool& toolWithId(std::string_view id) {
+    return *std::ranges::find(tools, id, &ReplayTool::id);
 }
 
 /// The manager's own property of this name. Those of every QObject are not published ones.
@@ -143,27 +162,13 @@ std::string unknownPropertyMessage(const ReplayTool& tool, const std::string& na
 
 class ToolCheck {
   public:
-    void operator()(const ToolSwitch& toolSwitch) { find(toolSwitch.tool); }
-    void operator()(const TapDrop& drop) { find(drop.tool); }
-    void operator()(const PropertyChange& change) {
-        if (const ReplayTool* tool = find(change.tool)) {
-            check(*tool, change);
-        }
-    }
+    void operator()(const PropertyChange& change) { check(toolWithId(change.tool.id), change); }
     template <class Action>
-    void operator()(const Action& /*namesNoTool*/) {}
+    void operator()(const Action& /*setsNothing*/) {}
 
     [[nodiscard]] std::optional<TraceError> error() && { return std::move(error_); }
 
   private:
-    const ReplayTool* find(const ToolName& name) {
-        const ReplayTool* tool = toolWithId(name.id);
-        if (tool == nullptr) {
-            fail(name.position, "this build has no " + name.id);
-        }
-        return tool;
-    }
-
     void check(const ReplayTool& tool, const PropertyChange& change) {
         const QMetaProperty property = publishedProperty(*tool.managerClass, change.property);
         if (!property.isValid()) {
@@ -190,11 +195,8 @@ class ToolCheck {
 
 } // namespace
 
-std::optional<TraceError> checkTools(const Trace& trace) {
+std::optional<TraceError> checkProperties(const Trace& trace) {
     ToolCheck check;
-    for (const ToolSwitch& toolSwitch : trace.tools) {
-        check(toolSwitch);
-    }
     for (const TimedAction& timed : trace.actions) {
         std::visit(check, timed.action);
     }
@@ -202,17 +204,21 @@ std::optional<TraceError> checkTools(const Trace& trace) {
 }
 
 QObject& ReplayTools::manager(std::string_view id) {
-    const ReplayTool& tool = *toolWithId(id);
+    const ReplayTool& tool = toolWithId(id);
     for (const auto& [managerClass, manager] : managers_) {
         if (managerClass == tool.managerClass) {
             return *manager;
         }
     }
-    return *managers_.emplace_back(tool.managerClass, tool.create(platform_)).second;
+    const auto made = tool.create(platform_);
+    if (auto* volumeControl = qobject_cast<VolumeControlManager*>(made.get())) {
+        volumeControl->setLevelReport(levelReport_);
+    }
+    return *managers_.emplace_back(tool.managerClass, made).second;
 }
 
 void ReplayTools::switchTool(std::string_view id, bool on) {
-    const ReplayTool& tool = *toolWithId(id);
+    const ReplayTool& tool = toolWithId(id);
     if (on) {
         on_.emplace(id);
         tool.activate(manager(id));

@@ -2,6 +2,7 @@
 
 #include "Platform/Applications.h"
 #include "Platform/Geometry.h"
+#include "Platform/Simulated/SimulatedAudioHardware.h"
 #include "Platform/Simulated/VirtualRunLoop.h"
 #include "Platform/UserDefaults.h"
 
@@ -59,13 +60,7 @@ struct FrontApplication {
     std::optional<std::string> name;
 };
 
-struct OutputDevice {
-    double volume = 0.5;
-    bool muted = false;
-    std::set<std::string, std::less<>> settable{"mute", "vmvc"};
-    std::optional<double> step;
-    bool readOnly = false;
-};
+using OutputDevice = SimulatedAudioHardware::OutputDevice;
 
 struct DeviceChange {
     std::optional<OutputDevice> device;

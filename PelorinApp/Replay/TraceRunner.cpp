@@ -1,5 +1,6 @@
 #include "Replay/TraceRunner.h"
 
+#include "Platform/Simulated/ActionNumber.h"
 #include "Platform/Simulated/SimulatedDesktop.h"
 #include "Replay/ActionLog.h"
 #include "Replay/ReplayTools.h"
@@ -19,12 +20,20 @@ class TraceRun {
     void operator()(const ScrollInput& scroll) {
         deliver(EventType::scrollWheel, scrollEvent(scroll));
     }
-    void operator()(const ButtonInput& input) { deliver(eventType(input), {}); }
+    void operator()(const ButtonInput& input) {
+        deliver(eventType(input), FieldEvent(eventType(input), {}, input.button));
+    }
     void operator()(const TapsDisabled& disabled) {
         desktop_.events.disableAll(eventType(disabled));
     }
-    void operator()(const TapGrants& grants) { desktop_.events.setGranting(grants.allowed); }
-    void operator()(const TapDrop& drop) { desktop_.events.drop(drop.tool.id); }
+    void operator()(const TapGrants& grants) {
+        desktop_.events.setGranting(grants.allowed);
+        desktop_.monitors.granting = grants.allowed;
+    }
+    void operator()(const TapDrop& drop) {
+        desktop_.events.drop(drop.tool.id);
+        desktop_.monitors.drop(drop.tool.id);
+    }
     void operator()(const ScriptFailure& failure) {
         desktop_.scripting.failure = failure.description;
     }
@@ -48,9 +57,7 @@ class TraceRun {
                                                             : ActivationPolicy::regular);
     }
     void operator()(const ApplicationEnd& end) { desktop_.windows.close(end.process); }
-
-    // The simulated desktop has no service that would show this to a tool.
-    void operator()(const DeviceChange& /*change*/) {}
+    void operator()(const DeviceChange& change) { desktop_.audio.device = change.device; }
 
   private:
     void putUpDesktop();
@@ -69,7 +76,7 @@ class TraceRun {
 TraceRun::TraceRun(const Trace& trace)
     : trace_(trace), log_(trace.shown),
       desktop_([this](std::string_view kind, const std::string& detail) { log(kind, detail); }),
-      tools_(desktop_.platform) {}
+      tools_(desktop_.platform, [this](float percent) { log("level", actionNumber(percent)); }) {}
 
 void TraceRun::store(const StoredDefault& stored) {
     UserDefaults& defaults = stored.suite.empty() ? desktop_.userDefaults.standard()
@@ -93,6 +100,7 @@ void TraceRun::putUpDesktop() {
     if (trace_.front) {
         (*this)(*trace_.front);
     }
+    (*this)(DeviceChange{trace_.device});
     (*this)(RestingContacts{trace_.contacts});
 }
 
@@ -100,7 +108,7 @@ void TraceRun::deliver(EventType type, FieldEvent event) {
     switch (desktop_.events.deliver(type, event)) {
     case SimulatedEventServices::Fate::consume:
         log("consume", {});
-        break;
+        return;
     case SimulatedEventServices::Fate::rewrite:
         log("rewrite", deltaText(event));
         break;
@@ -108,6 +116,7 @@ void TraceRun::deliver(EventType type, FieldEvent event) {
         log("pass", {});
         break;
     }
+    desktop_.monitors.deliver(type, event);
 }
 
 std::vector<std::string> TraceRun::run() {

@@ -7,8 +7,8 @@
 
 namespace quillon {
 
-/// Runs a trace that checkTools has found nothing wrong with, in virtual time, and says what the
-/// tools did: a line `<ms> <action>` for each action of a kind that the trace shows.
+/// Runs a trace that checkProperties has found nothing wrong with, in virtual time, and says what
+/// the tools did: a line `<ms> <action>` for each action of a kind that the trace shows.
 ///
 /// Order: the desktop is put up as the trace describes it, then the `tool` lines take effect in
 /// the order of the file and the queues are drained, all at time 0. At each later moment the timers

@@ -39,7 +39,7 @@ int compare(const std::string& file, const ExpectedOutput& expected,
 
 int replayTrace(const std::string& file, const Trace& trace, bool check, std::ostream& out,
                 std::ostream& err) {
-    if (const auto error = checkTools(trace)) {
+    if (const auto error = checkProperties(trace)) {
         return reportError(file, *error, err);
     }
     if (!check) {

@@ -78,11 +78,11 @@ TEST_F(ReplayTest, ATraceThatDoesNotParseIsRefusedWithItsPlace) {
     EXPECT_EQ(err_.str(), path() + ":3:1: unknown statement \"scren\"; did you mean screen?\n");
 }
 
-TEST_F(ReplayTest, AToolThatIsNotInTheBuildIsRefusedWithItsPlace) {
-    write("tool tool.desktopSwitcher\n0 wheel 1\n1 tool tool.mediaControl on\n----\n");
+TEST_F(ReplayTest, APropertyThatCannotBeSetIsRefusedWithItsPlace) {
+    write("tool tool.desktopSwitcher\n0 wheel 1\n1 set tool.mediaControl isOn true\n----\n");
     EXPECT_EQ(replay(), 2);
     EXPECT_EQ(out_.str(), "");
-    EXPECT_EQ(err_.str(), path() + ":3:8: this build has no tool.mediaControl\n");
+    EXPECT_EQ(err_.str(), path() + ":3:25: tool.mediaControl has no property \"isOn\"\n");
 }
 
 TEST_F(ReplayTest, AFileThatIsNotThereIsRefused) {

@@ -15,7 +15,7 @@ const std::string previousDesktop =
 
 Lines run(const std::string& text) {
     const Trace trace = parsed(text);
-    if (const auto error = checkTools(trace)) {
+    if (const auto error = checkProperties(trace)) {
         ADD_FAILURE() << error->message;
         return {};
     }
@@ -32,7 +32,7 @@ Lines runAtLeftEdge(const std::string& statements, const std::string& setup = ""
 
 /// `LINE:COLUMN: message` for a trace whose tools cannot be had as it names them.
 std::string toolFault(const std::string& text) {
-    const auto error = checkTools(parsed(text));
+    const auto error = checkProperties(parsed(text));
     return error ? std::to_string(error->position.line) + ':' +
                        std::to_string(error->position.column) + ": " + error->message
                  : "no fault";
@@ -208,17 +208,6 @@ TEST(TraceRunnerTest, TheSameTraceGivesTheSameOutput) {
     const Lines first = runAtLeftEdge(statements);
     EXPECT_EQ(first.size(), 6U);
     EXPECT_EQ(runAtLeftEdge(statements), first);
-}
-
-TEST(TraceRunnerTest, ToolsMustBeThere) {
-    EXPECT_EQ(toolFault("tool tool.desktopSwitcher"), "no fault");
-    EXPECT_EQ(toolFault("0 drop tool.mediaControl"), "1:8: this build has no tool.mediaControl");
-    EXPECT_EQ(toolFault("0 wheel 1\n1 tool tool.mediaControl on"),
-              "2:8: this build has no tool.mediaControl");
-    EXPECT_EQ(toolFault("# a\ntool tool.mediaControl off\n0 drop tool.windowSwitcher"),
-              "2:6: this build has no tool.mediaControl");
-    EXPECT_EQ(toolFault("0 set tool.mediaControl isEnabled true"),
-              "1:7: this build has no tool.mediaControl");
 }
 
 TEST(TraceRunnerTest, PropertiesMustBePublishedAndOfTheirType) {

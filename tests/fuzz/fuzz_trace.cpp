@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const auto& trace = std::get<quillon::Trace>(result);
     require(trace.actions.empty() || trace.actions.back().time <= trace.end);
-    if (const auto error = quillon::checkTools(trace)) {
+    if (const auto error = quillon::checkProperties(trace)) {
         checkError(*error, text);
     } else if (trace.end <= longestRun) {
         require(quillon::runTrace(trace) == quillon::runTrace(trace));

@@ -16,11 +16,8 @@ class SwitcherBench : public ToolBench {
 
     SimulatedUserDefaults& shared() { return *desktop.userDefaults.suite(suite); }
 
-    /// Makes the manager and lets its first trust answer arrive.
     std::shared_ptr<WindowSwitcherManager> startSwitcher() {
-        auto manager = WindowSwitcherManager::create(desktop.platform);
-        desktop.runLoop.drain();
-        return manager;
+        return start<WindowSwitcherManager>();
     }
 
     /// On, with the left edge armed and the pointer there, one notch a switch.
@@ -45,24 +42,6 @@ class SwitcherBench : public ToolBench {
         return application ? application->processIdentifier() : 0;
     }
 
-    /// What has happened of this kind, in order, and is forgotten.
-    std::vector<std::string> take(const std::string& kind) {
-        std::vector<std::string> taken;
-        for (const std::string& action : actions) {
-            if (action.starts_with(kind + ' ')) {
-                taken.push_back(action.substr(kind.size() + 1));
-            }
-        }
-        actions.clear();
-        return taken;
-    }
-
-    Fate button(EventType type) {
-        FieldEvent event;
-        const Fate fate = desktop.events.deliver(type, event);
-        desktop.runLoop.drain();
-        return fate;
-    }
     Fate pressLeft() { return button(EventType::leftMouseDown); }
 
     void touch(int contacts) {

@@ -21,12 +21,7 @@ class ToolBench {
 
     using Fate = SimulatedEventServices::Fate;
 
-    /// Makes the manager and lets its first trust answer arrive.
-    std::shared_ptr<Tool4EdgesManager> startTool() {
-        auto manager = Tool4EdgesManager::create(desktop.platform);
-        desktop.runLoop.drain();
-        return manager;
-    }
+    std::shared_ptr<Tool4EdgesManager> startTool() { return start<Tool4EdgesManager>(); }
 
     void store(const char* key, DefaultsObject object) {
         desktop.userDefaults.standard().set(key, std::move(object));
@@ -39,16 +34,48 @@ class ToolBench {
         return scroll(event);
     }
 
-    Fate scroll(FieldEvent event) {
-        const Fate fate = desktop.events.deliver(EventType::scrollWheel, event);
+    Fate scroll(const FieldEvent& event) { return deliver(EventType::scrollWheel, event); }
+
+    Fate button(EventType type, MouseButton button = MouseButton::left) {
+        return deliver(type, FieldEvent(type, {}, button));
+    }
+
+    /// To the taps, and to the monitors what they let through.
+    Fate deliver(EventType type, FieldEvent event) {
+        const Fate fate = desktop.events.deliver(type, event);
+        if (fate != Fate::consume) {
+            desktop.monitors.deliver(type, event);
+        }
         desktop.runLoop.drain();
         return fate;
     }
+
+    /// Makes the tool's manager and lets its first trust answer arrive.
+    template <class Manager>
+    std::shared_ptr<Manager> start() {
+        auto manager = Manager::create(desktop.platform);
+        desktop.runLoop.drain();
+        return manager;
+    }
+
+    void advance(double seconds) { desktop.runLoop.advance(seconds); }
 
     void wheelTimes(int count, double delta) {
         for (int i = 0; i < count; ++i) {
             wheel(delta);
         }
+    }
+
+    /// What has happened of this kind, in order; all is forgotten.
+    std::vector<std::string> take(const std::string& kind) {
+        std::vector<std::string> taken;
+        for (const std::string& action : actions) {
+            if (action.starts_with(kind + ' ')) {
+                taken.push_back(action.substr(kind.size() + 1));
+            }
+        }
+        actions.clear();
+        return taken;
     }
 
     [[nodiscard]] int count(const std::string& action) const {

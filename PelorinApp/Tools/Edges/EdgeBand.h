@@ -17,9 +17,20 @@ struct EdgeBand {
     [[nodiscard]] bool isArmed() const { return left || right || top || bottom; }
 };
 
-/// Whether the pointer lies in the band along an armed edge of the screen that it is on. The band
-/// includes its inner boundary; an edge that two screens share is an edge of each; a pointer on no
-/// screen is in no band. "Top" is the edge with the larger y.
+/// The armed edges of its screen that the pointer is at: within `band.width` of each, the band's
+/// inner boundary included. "Top" is the edge with the larger y.
+struct EdgesAt {
+    bool left = false;
+    bool right = false;
+    bool top = false;
+    bool bottom = false;
+
+    [[nodiscard]] bool any() const { return left || right || top || bottom; }
+};
+[[nodiscard]] EdgesAt edgesAt(const EdgeBand& band, Point pointer, const Rect& screen);
+
+/// Whether the pointer lies in the band along an armed edge of the screen that it is on. An
+/// edge that two screens share is an edge of each; a pointer on no screen is in no band.
 [[nodiscard]] bool isInBand(const EdgeBand& band, Point pointer, std::span<const Rect> screens);
 
 } // namespace quillon

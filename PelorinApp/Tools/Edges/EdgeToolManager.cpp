@@ -84,6 +84,18 @@ void EdgeToolManager::healthTick() {
     }
 }
 
+void EdgeToolManager::restartIfNeeded(bool force) {
+    if (!isEnabled_ || !hasAccessibilityPermission_) {
+        return;
+    }
+    if (force) {
+        stopMonitoring();
+        startMonitoring();
+    } else if (!hasSource()) {
+        startMonitoring();
+    }
+}
+
 bool EdgeToolManager::isMouseAtEnabledEdge() const {
     return isInBand(band_, platform_.displays.mouseLocation(), platform_.displays.screens());
 }

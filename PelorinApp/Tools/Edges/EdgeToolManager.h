@@ -2,6 +2,8 @@
 
 #include "Platform/Platform.h"
 #include "Tools/Edges/EdgeBand.h"
+#include "Tools/MakeManager.h"
+#include "Tools/Setting.h"
 
 #include <QObject>
 
@@ -9,13 +11,6 @@
 #include <utility>
 
 namespace quillon {
-
-/// Where an edge tool keeps a setting, and what holds when it is absent.
-template <class T>
-struct Setting {
-    const char* key;
-    T fallback;
-};
 
 /// The settings that every edge tool has, and the points in which the tools' life cycles differ.
 struct EdgeToolTraits {
@@ -79,10 +74,13 @@ class EdgeToolManager : public QObject, public std::enable_shared_from_this<Edge
     void checkAccessibilityPermission();
     virtual void applyPermissionResult(bool granted);
 
+    /// Starts if that is wanted and allowed; with `force` anew, else only what has stopped.
+    void restartIfNeeded(bool force);
+
     [[nodiscard]] bool isMouseAtEnabledEdge() const;
 
     /// What remains of construction once a shared pointer owns the object.
-    void begin();
+    virtual void begin();
 
   Q_SIGNALS:
     void isEnabledChanged();
@@ -151,13 +149,5 @@ class EdgeToolManager : public QObject, public std::enable_shared_from_this<Edge
     TimerRef monitorCheckTimer_;
     bool isStartingMonitor_ = false;
 };
-
-/// Makes a tool's manager and lets it begin its life.
-template <class Manager, class... More>
-std::shared_ptr<Manager> makeManager(Platform& platform, More... more) {
-    auto manager = std::make_shared<Manager>(platform, std::move(more)...);
-    manager->begin();
-    return manager;
-}
 
 } // namespace quillon

@@ -48,4 +48,10 @@ void InputTap::setArmedAt(ArmedAt armedAt) {
     }
 }
 
+void InputTap::setConstantRewrite(ConstantRewrite rewrite) {
+    if (eventTap_) {
+        platform_.events.setConstantRewrite(*eventTap_, rewrite);
+    }
+}
+
 } // namespace quillon

@@ -23,6 +23,7 @@ class InputTap {
     void reenable();
 
     void setArmedAt(ArmedAt armedAt);
+    void setConstantRewrite(ConstantRewrite rewrite);
 
     [[nodiscard]] bool exists() const { return eventTap_ != nullptr; }
 

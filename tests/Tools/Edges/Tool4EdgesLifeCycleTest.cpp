@@ -10,7 +10,6 @@ namespace {
 
 struct EdgeToolLifeCycle : testing::Test, ToolBench {
     void SetUp() override { store("Tool4LeftEdge", true); }
-    void advance(double seconds) { desktop.runLoop.advance(seconds); }
     int installs() { return count("tap install tool.desktopSwitcher"); }
     int removals() { return count("tap remove tool.desktopSwitcher"); }
 };
