@@ -51,6 +51,7 @@ std::function<void()>& uponExit() {
 LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::string_view)> screenUrl)
     : session_(session), lastRestart_(takeRestartTime()),
       server_(session.diagnostics, displays_, [this] { displayLost(); }),
+      keys_(session.runLoop, sessionBusAddress()),
       events_(
           session.runLoop, session.diagnostics, displays_, [this] { return server_.isGranted(); },
           helperProgram("quillon-watchdog"), postedEvents_, caughtPresses_),
@@ -77,6 +78,7 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
                 .windowServer = windows_,
                 .accessibilityElements = windows_,
                 .libraries = libraries_,
+                .audio = audio_,
                 .application = application_,
                 .statusBar = statusBar_,
                 .images = images_,
@@ -87,6 +89,7 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
                 .loginItem = loginItem_,
                 .updaters = updaters_,
                 .workspace = workspace_} {
+    events_.setKeyHandler([this](SpecialKey key) { keys_.stroke(key); });
     if (xcb_connection_t* connection = toolkitConnection()) {
         ownWindows_.add(ResourceRange::of(connection));
     }

@@ -2,6 +2,8 @@
 
 #include "Platform/Linux/QtApplication.h"
 #include "Platform/Linux/applications/LinuxWindows.h"
+#include "Platform/Linux/audio/PulseAudioHardware.h"
+#include "Platform/Linux/keys/SpecialKeys.h"
 #include "Platform/Linux/session/AutostartLoginItem.h"
 #include "Platform/Linux/session/DesktopWorkspace.h"
 #include "Platform/Linux/session/InstalledFiles.h"
@@ -74,11 +76,13 @@ class LinuxPlatform {
     X11Session server_;
     PostedEvents postedEvents_;
     CaughtPresses caughtPresses_;
+    SpecialKeys keys_;
     X11EventServices events_;
     OwnWindows ownWindows_;
     X11EventMonitors monitors_;
     LinuxWindows windows_;
     LinuxLibraries libraries_;
+    PulseAudioHardware audio_;
     DesktopScripting scripting_;
     QtApplication application_;
     TrayContext tray_;

@@ -42,6 +42,11 @@ void HeldDevices::follow(const PointerDevices& now) {
     if (std::erase_if(held_, isLost) != 0) {
         poster_.releaseAll(); // what was down on it will never be released by it
     }
+    for (const ScrollDevice& device : now.scrolling) {
+        if (Held* held = find(device.id); held != nullptr) {
+            held->device = device;
+        }
+    }
 }
 
 bool HeldDevices::take(const PointerDevices& pointers, xcb_input_device_id_t mover) {
@@ -215,6 +220,7 @@ void HeldDevices::scrolled(const Held& held, ScrollNotch::Axis axis, int notches
     notch.axis = axis;
     notch.direction = notches > 0 ? 1 : -1;
     notch.continuous = held.device.isTouchpad;
+    notch.isReversed = reversed_.contains(held.device.id);
     for (int i = std::abs(notches); i > 0; --i) {
         onNotch_(notch);
     }

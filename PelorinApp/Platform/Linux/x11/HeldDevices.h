@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/reversal/ReversedDevices.h"
 #include "Platform/Linux/x11/InputPoster.h"
 #include "Platform/Linux/x11/NotchGatherer.h"
 #include "Platform/Linux/x11/PointerDevices.h"
@@ -22,10 +23,11 @@ class HeldDevices {
   public:
     /// `onNotch` gets each whole notch of a held device; its location is yet to be found out.
     HeldDevices(const X11Connection& connection, InputPoster& poster,
-                std::function<void(const ScrollNotch&)> onNotch)
-        : connection_(connection), poster_(poster), onNotch_(std::move(onNotch)) {}
+                const ReversedDevices& reversed, std::function<void(const ScrollNotch&)> onNotch)
+        : connection_(connection), poster_(poster), reversed_(reversed),
+          onNotch_(std::move(onNotch)) {}
 
-    /// Devices have come or gone: forgets those that are not held any more.
+    /// Devices have come, gone or changed: forgets those that are not held any more.
     void follow(const PointerDevices& now);
 
     /// Takes those that are not held yet. False when another program holds one of them. `mover` is
@@ -63,6 +65,7 @@ class HeldDevices {
 
     const X11Connection& connection_;
     InputPoster& poster_;
+    const ReversedDevices& reversed_;
     std::function<void(const ScrollNotch&)> onNotch_;
     std::vector<Held> held_;
     xcb_input_device_id_t lastActive_ = 0; // whose input was posted last; 0 is none

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/EventServices.h"
+#include "Platform/Linux/reversal/ReversedDevices.h"
 #include "Platform/Linux/x11/CaughtPresses.h"
 #include "Platform/Linux/x11/PostedButton.h"
 #include "Platform/Linux/x11/PostedEvents.h"
@@ -42,6 +43,7 @@ struct HolderHost {
     TapExchange& exchange;
     PostedEvents& postedEvents;
     CaughtPresses& caughtPresses;
+    const ReversedDevices& reversed;
     std::filesystem::path watchdog; // the program to start
     int ordersDescriptor;           // readable when there are new orders
     std::function<HolderOrders()> takeOrders;

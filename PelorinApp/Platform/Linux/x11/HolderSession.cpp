@@ -12,7 +12,8 @@ namespace quillon {
 HolderSession::HolderSession(const X11Connection& connection, const HolderHost& host)
     : connection_(connection), host_(host), probe_(connection), wheel_(connection),
       leftPress_(connection), poster_(connection, host.postedEvents),
-      devices_(connection, poster_, [this](const ScrollNotch& notch) { decideNotch(notch); }),
+      devices_(connection, poster_, host.reversed,
+               [this](const ScrollNotch& notch) { decideNotch(notch); }),
       events_(connection, wheel_),
       hold_(connection, probe_, wheel_, devices_, events_, host.diagnostic), chord_(connection),
       guard_(host.watchdog, host.diagnostic) {
@@ -25,9 +26,11 @@ HolderSession::~HolderSession() {
         disarm();
         connection_.sync(); // a press may have been caught until now
         handleEvents();
+        postTurned();
         hold_.settleRelease();
         poster_.releaseAll();
-        xcb_flush(connection_.get());
+        // A server that cannot write to us any more drops what it has yet to read.
+        connection_.sync();
     }
     for (const auto& done : settled_) {
         done();
@@ -132,7 +135,7 @@ void HolderSession::holdLeftPress() {
     if (poster_.buttonsDown() == 0) {
         poster_.useDevice(pointers);
     }
-    host_.caughtPresses.setMayCatch();
+    host_.caughtPresses.setMayCatch(CaughtPress::Kind::left);
     if (leftPress_.take(pointers.master)) {
         wasLeftPressRefused_ = false;
         return;
@@ -164,6 +167,7 @@ bool HolderSession::areArmedAt(const ArmedPlaces& places, Point place) const {
 
 void HolderSession::handleEvents() {
     while (const auto event = events_.next()) {
+        followReversal();
         handleEvent(*event);
         tellWatchdog(isHolding()); // events may come faster than they can be dealt with
     }
@@ -174,6 +178,9 @@ void HolderSession::handleEvent(xcb_generic_event_t& event) {
     switch (event.response_type) {
     case XCB_BUTTON_PRESS:
         decideWheel(reinterpret_cast<const xcb_button_press_event_t&>(event));
+        break;
+    case XCB_BUTTON_RELEASE:
+        wheelReleased(reinterpret_cast<const xcb_button_release_event_t&>(event));
         break;
     case XCB_KEY_PRESS:
         panicked();
@@ -211,6 +218,7 @@ void HolderSession::panicked() {
     if (wheel_.isActive()) {
         xcb_ungrab_pointer(connection_.get(), XCB_CURRENT_TIME);
     }
+    postTurned();
     xcb_flush(connection_.get());
     host_.panic();
 }
@@ -230,9 +238,11 @@ void HolderSession::look() {
     if (isInBand(*pointer)) {
         ensureGuard();
         tellWatchdog(true);
+        host_.caughtPresses.setMayCatch(CaughtPress::Kind::wheel);
         next = hold_.holdHere(*pointer, guard_.isRunning(), watch_->lastMover());
     } else {
         next = hold_.leave(*pointer);
+        turned_.forgetPosted();
     }
     isLookDue_ = isLookDue_ || next != ScrollHold::Next::whenItMoves;
     if (next == ScrollHold::Next::atOnce) {

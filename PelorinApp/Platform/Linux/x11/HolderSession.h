@@ -10,6 +10,7 @@
 #include "Platform/Linux/x11/PointerProbe.h"
 #include "Platform/Linux/x11/PointerWatch.h"
 #include "Platform/Linux/x11/ScrollHold.h"
+#include "Platform/Linux/x11/TurnedNotches.h"
 #include "Platform/Linux/x11/WheelGrabs.h"
 
 #include <chrono>
@@ -62,6 +63,10 @@ class HolderSession {
     void handleExtensionEvent(const xcb_ge_generic_event_t& event);
     void panicked();
     void decideWheel(const xcb_button_press_event_t& press);
+    [[nodiscard]] bool isPlainWheelReversed() const;
+    void wheelReleased(const xcb_button_release_event_t& release);
+    void postTurned();
+    void followReversal();
     void decideLeftPress(const xcb_input_button_press_event_t& press);
     Verdict askAbout(const xcb_input_button_press_event_t& press, Point place);
     void decideNotch(ScrollNotch notch);
@@ -98,6 +103,8 @@ class HolderSession {
         Clock::time_point at;
         std::uint64_t posted = 0;
     } consumable_; // the last answer of consumablePlace()
+    TurnedNotches turned_;
+    std::uint32_t reversalSeen_ = 0; // how many changes of what is reversed
     bool isPanicked_ = false;
     bool isLookDue_ = false;
     Clock::time_point nextLook_ = Clock::now();

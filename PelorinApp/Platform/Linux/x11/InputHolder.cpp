@@ -14,10 +14,11 @@ constexpr std::chrono::seconds shortLife{1};
 } // namespace
 
 InputHolder::InputHolder(TapExchange& exchange, PostedEvents& postedEvents,
-                         CaughtPresses& caughtPresses, std::filesystem::path watchdog,
-                         Listener listener)
+                         CaughtPresses& caughtPresses, const ReversedDevices& reversed,
+                         std::filesystem::path watchdog, Listener listener)
     : exchange_(exchange), postedEvents_(postedEvents), caughtPresses_(caughtPresses),
-      watchdog_(std::move(watchdog)), listener_(std::move(listener)), thread_([this] { run(); }) {}
+      reversed_(reversed), watchdog_(std::move(watchdog)), listener_(std::move(listener)),
+      thread_([this] { run(); }) {}
 
 InputHolder::~InputHolder() {
     order([](HolderOrders& orders) { orders.stop = true; });
@@ -84,6 +85,7 @@ void InputHolder::run() {
         .exchange = exchange_,
         .postedEvents = postedEvents_,
         .caughtPresses = caughtPresses_,
+        .reversed = reversed_,
         .watchdog = watchdog_,
         .ordersDescriptor = ordersChanged_.descriptor(),
         .takeOrders = [this] { return takeOrders(); },

@@ -30,7 +30,7 @@ class InputHolder {
     };
 
     InputHolder(TapExchange& exchange, PostedEvents& postedEvents, CaughtPresses& caughtPresses,
-                std::filesystem::path watchdog, Listener listener);
+                const ReversedDevices& reversed, std::filesystem::path watchdog, Listener listener);
     InputHolder(const InputHolder&) = delete;
     InputHolder& operator=(const InputHolder&) = delete;
 
@@ -64,6 +64,7 @@ class InputHolder {
     TapExchange& exchange_;
     PostedEvents& postedEvents_;
     CaughtPresses& caughtPresses_;
+    const ReversedDevices& reversed_;
     std::filesystem::path watchdog_;
     Listener listener_;
     WakeUp ordersChanged_;

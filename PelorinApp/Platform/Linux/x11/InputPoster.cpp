@@ -31,7 +31,12 @@ double takeWhole(double& rest, double more) {
 
 void InputPoster::useDevice(const PointerDevices& pointers) {
     buttonMap_ = buttonMap(connection_, pointers.injected);
+    wheelMap_ = buttonMap_;
     pointerMap_ = buttonMap(connection_, pointers.master);
+}
+
+void InputPoster::readWheel(const PointerDevices& pointers) {
+    wheelMap_ = buttonMap(connection_, pointers.injected);
 }
 
 std::uint8_t InputPoster::physical(std::uint32_t button) const {
@@ -102,7 +107,7 @@ void InputPoster::post(std::uint32_t button, bool isDown) {
 }
 
 void InputPoster::scroll(std::uint8_t button) {
-    const std::uint8_t number = physical(button);
+    const std::uint8_t number = buttonThatCountsAs(button, wheelMap_);
     fake(XCB_BUTTON_PRESS, number);
     fake(XCB_BUTTON_RELEASE, number);
 }

@@ -25,6 +25,9 @@ class InputPoster {
     /// Reads how buttons are numbered on the injecting device, and by the pointer that it moves.
     void useDevice(const PointerDevices& pointers);
 
+    /// Reads only how its wheel buttons are numbered, which may change while others are down.
+    void readWheel(const PointerDevices& pointers);
+
     /// Makes the injecting device the one that moves the pointer, without moving it. Programs that
     /// warp the pointer would otherwise warp the last device that moved it, though it is held.
     void takePointer();
@@ -78,6 +81,7 @@ class InputPoster {
     const X11Connection& connection_;
     PostedEvents& postedEvents_;
     ButtonMap buttonMap_;
+    ButtonMap wheelMap_; // the same as buttonMap_, or newer
     ButtonMap pointerMap_;
     // By physical number
     std::array<std::uint8_t, mostButtons> presses_{};

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include <xcb/xinput.h>
@@ -33,6 +34,23 @@ struct PointerDevices {
     xcb_input_device_id_t injected = 0; // the device that synthetic input comes from
     std::vector<ScrollDevice> scrolling;
 };
+
+/// A device that moves a pointer, or is grabbed by somebody, or is attached to none.
+struct PointerSlave {
+    xcb_input_device_id_t id = 0;
+    std::string name;
+    bool isEnabled = false;
+    bool isTouchpad = false;
+    bool hasAxes = false;      // scrolls through valuators
+    bool isPlainWheel = false; // scrolls through buttons alone
+};
+
+/// All of them, of whatever pointer.
+[[nodiscard]] std::vector<PointerSlave> queryPointerSlaves(const X11Connection& connection);
+
+/// The device that the buttons of the pointer `master` were last pressed on; 0 when unknown.
+[[nodiscard]] xcb_input_device_id_t lastPressed(const X11Connection& connection,
+                                                xcb_input_device_id_t master);
 
 /// Asks the server. `held` are devices that this program has grabbed, and which the server
 /// therefore does not count among the pointer's for the time being.

@@ -33,11 +33,18 @@ class PostedEvents {
         return expected != 0;
     }
 
-    /// None of those that were posted so far will arrive, or arrive any more.
-    void forget() {
-        for (auto& count : counts_) {
-            count = 0;
+    /// None of those that were posted so far will arrive, or arrive any more: of the presses or the
+    /// releases.
+    void forget(bool isDown) {
+        for (std::size_t button = 0; button < mostButtons; ++button) {
+            *find(static_cast<std::uint32_t>(button), isDown) = 0;
         }
+    }
+
+    /// Of both.
+    void forget() {
+        forget(false);
+        forget(true);
     }
 
   private:

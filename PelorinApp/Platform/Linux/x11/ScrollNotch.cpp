@@ -7,6 +7,15 @@ namespace {
 constexpr double pointsPerNotch = 10;
 
 enum WheelButton : std::uint8_t { up = 4, down = 5, left = 6, right = 7 };
+
+/// The one that says how far it went.
+EventField fieldOfNotch(const ScrollNotch& notch) {
+    using enum EventField;
+    if (notch.axis == ScrollNotch::Axis::vertical) {
+        return notch.continuous ? scrollPointDeltaAxis1 : scrollLineDeltaAxis1;
+    }
+    return notch.continuous ? scrollPointDeltaAxis2 : scrollLineDeltaAxis2;
+}
 } // namespace
 
 ScrollNotch notchOfButton(std::uint8_t button, Point location) {
@@ -25,19 +34,24 @@ std::uint8_t buttonOfNotch(const ScrollNotch& notch) {
     return notch.direction > 0 ? right : left;
 }
 
+ScrollNotch turned(ScrollNotch notch) {
+    notch.direction = -notch.direction;
+    return notch;
+}
+
 FieldEvent eventOfNotch(const ScrollNotch& notch, Point location) {
-    using enum EventField;
     FieldEvent event(EventType::scrollWheel, location, MouseButton::left);
-    const bool vertical = notch.axis == ScrollNotch::Axis::vertical;
+    const int direction = notch.isReversed ? -notch.direction : notch.direction;
     if (notch.continuous) {
-        event.setDoubleValueField(scrollIsContinuous, 1);
-        event.setDoubleValueField(vertical ? scrollPointDeltaAxis1 : scrollPointDeltaAxis2,
-                                  pointsPerNotch * notch.direction);
-    } else {
-        event.setDoubleValueField(vertical ? scrollLineDeltaAxis1 : scrollLineDeltaAxis2,
-                                  notch.direction);
+        event.setDoubleValueField(EventField::scrollIsContinuous, 1);
     }
+    event.setDoubleValueField(fieldOfNotch(notch),
+                              notch.continuous ? pointsPerNotch * direction : direction);
     return event;
+}
+
+bool isTurned(const FieldEvent& event, const ScrollNotch& notch) {
+    return event.doubleValueField(fieldOfNotch(notch)) * notch.direction < 0;
 }
 
 } // namespace quillon

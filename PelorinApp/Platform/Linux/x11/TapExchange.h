@@ -9,7 +9,12 @@
 
 namespace quillon {
 
-enum class Verdict { pass, consume };
+/// What becomes of an event.
+enum class Verdict {
+    pass,
+    passTurned, // a notch, the other way than it came
+    consume,
+};
 
 /// How the thread that holds the input puts one event to the main thread and waits, but never for
 /// long: a main thread that is busy must not cost the user an event. One event at a time, no

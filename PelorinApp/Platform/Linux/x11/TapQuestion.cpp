@@ -18,4 +18,9 @@ FieldEvent eventOf(const TapQuestion& question, Point location) {
     return {EventType::leftMouseDown, location, MouseButton::left};
 }
 
+bool isTurned(const FieldEvent& event, const TapQuestion& question) {
+    const auto* notch = std::get_if<ScrollNotch>(&question);
+    return notch != nullptr && isTurned(event, *notch);
+}
+
 } // namespace quillon

@@ -22,4 +22,7 @@ using TapQuestion = std::variant<ScrollNotch, LeftPress>;
 /// As the taps get it. `location` is the same place with the origin at the main screen's top left.
 [[nodiscard]] FieldEvent eventOf(const TapQuestion& question, Point location);
 
+/// Whether the event, as the taps have left it, goes the other way than what they were asked about.
+[[nodiscard]] bool isTurned(const FieldEvent& event, const TapQuestion& question);
+
 } // namespace quillon

@@ -1,59 +1,38 @@
 #include "Platform/Linux/x11/X11EventMonitors.h"
 
-#include <QAbstractEventDispatcher>
+#include "Platform/Linux/x11/MonitoredButton.h"
+#include "Platform/Linux/x11/ScrollNotch.h"
 
-#include <algorithm>
-#include <optional>
+#include <QMetaObject>
+
+#include <iterator>
 #include <utility>
 
 namespace quillon {
 
 namespace {
 
-constexpr std::uint64_t buttonMask =
-    eventMask(EventType::leftMouseDown) | eventMask(EventType::leftMouseUp) |
-    eventMask(EventType::rightMouseDown) | eventMask(EventType::rightMouseUp) |
-    eventMask(EventType::otherMouseDown) | eventMask(EventType::otherMouseUp);
+constexpr std::uint64_t downs = eventMask(EventType::leftMouseDown) |
+                                eventMask(EventType::rightMouseDown) |
+                                eventMask(EventType::otherMouseDown);
+constexpr std::uint64_t ups = eventMask(EventType::leftMouseUp) |
+                              eventMask(EventType::rightMouseUp) |
+                              eventMask(EventType::otherMouseUp);
+constexpr std::uint64_t scrolls = eventMask(EventType::scrollWheel);
 
-/// Nothing for the wheel's buttons, and for one that the user has switched off.
-std::optional<EventType> typeOf(unsigned button, bool isDown) {
-    switch (button) {
-    case 0:
-    case 4:
-    case 5:
-    case 6:
-    case 7:
-        return std::nullopt;
-    case 1:
-        return isDown ? EventType::leftMouseDown : EventType::leftMouseUp;
-    case 3:
-        return isDown ? EventType::rightMouseDown : EventType::rightMouseUp;
-    default:
-        return isDown ? EventType::otherMouseDown : EventType::otherMouseUp;
+CaughtPress pressOf(const RawButton& raw) {
+    using Kind = CaughtPress::Kind;
+    if (isWheelButton(raw.number)) {
+        return {Kind::wheel, static_cast<std::uint16_t>(raw.number), raw.time};
     }
-}
-
-/// The types of raw events that a monitor with this mask needs.
-std::uint32_t rawEvents(std::uint64_t mask) {
-    constexpr std::uint64_t downs = eventMask(EventType::leftMouseDown) |
-                                    eventMask(EventType::rightMouseDown) |
-                                    eventMask(EventType::otherMouseDown);
-    std::uint32_t types = 0;
-    if ((mask & downs) != 0) {
-        types |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
-    }
-    if ((mask & buttonMask & ~downs) != 0) {
-        types |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
-    }
-    return types;
+    return {Kind::left, raw.source, raw.time};
 }
 
 } // namespace
 
 class X11EventMonitors::Monitor final : public EventMonitor {
   public:
-    Monitor(std::weak_ptr<X11EventMonitors*> monitors, std::uint64_t mask,
-            std::function<void(EventType)> handler)
+    Monitor(std::weak_ptr<X11EventMonitors*> monitors, std::uint64_t mask, Handler handler)
         : monitors_(std::move(monitors)), mask_(mask), handler_(std::move(handler)) {}
     Monitor(const Monitor&) = delete;
     Monitor& operator=(const Monitor&) = delete;
@@ -63,30 +42,35 @@ class X11EventMonitors::Monitor final : public EventMonitor {
         }
     }
 
-    [[nodiscard]] std::uint64_t mask() const { return mask_; }
+    /// What it wants at present.
+    [[nodiscard]] std::uint64_t mask() const { return isArmed ? mask_ : 0; }
 
-    void tell(EventType type) const {
-        if ((mask_ & eventMask(type)) != 0) {
-            handler_(type);
+    void tell(const MonitoredEvent& event) const {
+        if ((mask() & eventMask(event.type)) != 0) {
+            handler_(event);
         }
     }
+
+    bool isArmed = true;
+    std::function<void()> invalidated;
 
   private:
     std::weak_ptr<X11EventMonitors*> monitors_;
     std::uint64_t mask_;
-    std::function<void(EventType)> handler_;
+    Handler handler_;
 };
 
 X11EventMonitors::X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents,
                                    CaughtPresses& caughtPresses)
-    : ownWindows_(ownWindows), postedEvents_(postedEvents), caughtPresses_(caughtPresses),
+    : ownWindows_(ownWindows), postedEvents_(postedEvents),
+      verdicts_(caughtPresses, [this](const MonitoredEvent& event) { tell(event); }),
       self_(std::make_shared<X11EventMonitors*>(this)) {}
 
 X11EventMonitors::~X11EventMonitors() { disconnect(); }
 
-EventMonitorRef X11EventMonitors::addGlobalMonitor(std::uint64_t mask,
-                                                   std::function<void(EventType)> handler) {
-    if ((mask & buttonMask) == 0 || !connect()) {
+EventMonitorRef X11EventMonitors::addGlobalMonitor(std::uint64_t mask, Handler handler,
+                                                   std::string_view /*owner*/) {
+    if ((mask & (downs | ups | scrolls)) == 0 || !connect()) {
         return nullptr;
     }
     auto monitor = std::make_shared<Monitor>(self_, mask, std::move(handler));
@@ -95,205 +79,121 @@ EventMonitorRef X11EventMonitors::addGlobalMonitor(std::uint64_t mask,
     return monitor;
 }
 
+void X11EventMonitors::setInvalidationHandler(EventMonitor& monitor,
+                                              std::function<void()> handler) {
+    static_cast<Monitor&>(monitor).invalidated = std::move(handler);
+}
+
+void X11EventMonitors::setArmed(EventMonitor& monitor, bool armed) {
+    static_cast<Monitor&>(monitor).isArmed = armed;
+    selectWanted();
+}
+
 bool X11EventMonitors::connect() {
-    if (connection_ && connection_->isBroken()) {
-        disconnect();
+    if (buttons_ && buttons_->isLost()) {
+        connectionLost();
     }
-    if (connection_) {
-        return true;
+    if (!buttons_) {
+        buttons_ = RawButtons::open({.button = [this](const RawButton& raw) { heard(raw); },
+                                     .lost = [this] { connectionLost(); }});
     }
-    connection_ = X11Connection::open();
-    if (!connection_ || !mayMonitor()) {
-        connection_.reset();
-        return false;
-    }
-    notifier_ = std::make_unique<QSocketNotifier>(connection_->descriptor(), QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
-                     [this] { readEvents(); });
-    // Round trips can bring events in behind the notifier's back.
-    aboutToBlock_ = QObject::connect(QAbstractEventDispatcher::instance(),
-                                     &QAbstractEventDispatcher::aboutToBlock, notifier_.get(),
-                                     [this] { readEvents(); });
-    return true;
+    return buttons_ != nullptr;
 }
 
 void X11EventMonitors::disconnect() {
-    QObject::disconnect(aboutToBlock_);
-    if (notifier_) {
-        notifier_->setEnabled(false);
+    if (buttons_) {
+        std::exchange(buttons_, nullptr)->close();
     }
-    if (isReading_ && notifier_) {
-        notifier_.release()->deleteLater(); // it may be what called us
-    }
-    notifier_.reset();
-    connection_.reset();
-    selected_ = 0;
-    buttonMap_.clear();
-    waiting_.clear();
-    consumed_.clear();
+    verdicts_.clear();
 }
 
-bool X11EventMonitors::mayMonitor() const {
-    if (!connection_->hasExtension(&xcb_input_id)) {
-        return false;
-    }
-    const XcbOwned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection_->get(), xcb_input_xi_query_version(connection_->get(), 2, 3), nullptr));
-    return version && (version->major_version > 2 ||
-                       (version->major_version == 2 && version->minor_version >= 1));
+/// Later, whoever has found it out: an owner must not be told in the midst of adding a monitor.
+void X11EventMonitors::connectionLost() {
+    disconnect();
+    std::move(monitors_.begin(), monitors_.end(), std::back_inserter(lost_));
+    monitors_.clear();
+    QMetaObject::invokeMethod(
+        &queue_, [this] { invalidateLost(); }, Qt::QueuedConnection);
 }
 
-/// Only those that some monitor wants: each one would wake the program.
+void X11EventMonitors::invalidateLost() {
+    for (const auto& each : std::exchange(lost_, {})) {
+        const auto monitor = each.lock();
+        if (monitor && monitor->invalidated) {
+            std::exchange(monitor->invalidated, nullptr)();
+        }
+    }
+}
+
 void X11EventMonitors::selectWanted() {
-    std::uint64_t masks = 0;
+    wanted_ = 0;
     for (const auto& each : monitors_) {
         if (const auto monitor = each.lock()) {
-            masks |= monitor->mask();
+            wanted_ |= monitor->mask();
         }
     }
-    const std::uint32_t wanted = rawEvents(masks);
-    if (std::exchange(selected_, wanted) == wanted) {
+    if (!buttons_) {
         return;
     }
-    // Of the masters: what a device does comes from it and again from its master.
-    struct {
-        xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
-        std::uint32_t mask = 0;
-    } selection;
-    selection.mask = wanted;
-    xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &selection.head);
-    connection_->sync();
-    postedEvents_.forget(); // what was posted so far did not come here
-}
-
-/// What the user wants the physical button to be: raw events know nothing of left-handed mice.
-unsigned X11EventMonitors::mapped(std::uint32_t button) const {
-    return button >= 1 && button <= buttonMap_.size() ? buttonMap_[button - 1] : button;
-}
-
-void X11EventMonitors::readMapping() {
-    const XcbOwned<xcb_get_pointer_mapping_reply_t> reply(xcb_get_pointer_mapping_reply(
-        connection_->get(), xcb_get_pointer_mapping(connection_->get()), nullptr));
-    if (reply) {
-        const auto* first = xcb_get_pointer_mapping_map(reply.get());
-        buttonMap_.assign(first, first + reply->map_len);
+    const bool hadPresses = buttons_->arePressesSelected();
+    const bool hadReleases = buttons_->areReleasesSelected();
+    buttons_->select((wanted_ & (downs | scrolls)) != 0, (wanted_ & ups) != 0);
+    // What was posted until now did not come here.
+    if (!hadPresses && buttons_->arePressesSelected()) {
+        postedEvents_.forget(true);
+    }
+    if (!hadReleases && buttons_->areReleasesSelected()) {
+        postedEvents_.forget(false);
     }
 }
 
-void X11EventMonitors::readEvents() {
-    const bool wasReading = std::exchange(isReading_, true);
-    // A handler may let go of the last monitor, and the connection ends with it.
-    while (connection_) {
-        const XcbOwned<xcb_generic_event_t> event(xcb_poll_for_event(connection_->get()));
-        if (!event) {
-            break;
-        }
-        handleEvent(*event);
-    }
-    if (connection_ && connection_->isBroken()) {
-        disconnect();
-    }
-    isReading_ = wasReading;
-}
-
-void X11EventMonitors::handleEvent(const xcb_generic_event_t& event) {
-    if (event.response_type == XCB_MAPPING_NOTIFY) {
-        buttonMap_.clear();
-    }
-    if (event.response_type != XCB_GE_GENERIC) {
+void X11EventMonitors::heard(const RawButton& raw) {
+    if (postedEvents_.claim(raw.physical, raw.isDown)) {
         return;
     }
-    const auto& raw = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    const bool isDown = raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS;
-    if (postedEvents_.claim(raw.detail, isDown)) {
+    // Programs read scrolling from the axes, which are numbered by nobody.
+    const auto event = monitoredButton(raw.isOfAxis ? raw.physical : raw.number, raw.isDown);
+    if (!event) {
         return;
     }
-    if (buttonMap_.empty()) {
-        readMapping();
-    }
-    const auto type = typeOf(mapped(raw.detail), isDown);
-    if (!type || ownWindows_.contains(windowUnderPointer(raw.deviceid))) {
-        return;
-    }
-    report(*type, raw.sourceid, raw.time);
-}
-
-/// At once, unless it may yet be consumed, or something waits that came before it.
-void X11EventMonitors::report(EventType type, xcb_input_device_id_t device, xcb_timestamp_t time) {
-    const bool mayBeConsumed =
-        type == EventType::leftMouseDown && caughtPresses_.mayCatch() && caughtPresses_.whenSettled;
-    if (!mayBeConsumed && waiting_.empty()) {
-        tell(type, device);
-        return;
-    }
-    waiting_.push_back({type, device, time});
-    if (mayBeConsumed) {
-        caughtPresses_.whenSettled([weak = std::weak_ptr(self_)] {
-            if (const auto self = weak.lock()) {
-                (*self)->reportWaiting();
-            }
-        });
+    // The release of a left press that was consumed is known by that press.
+    const bool decidesAnother = event->type == EventType::leftMouseDown &&
+                                (wanted_ & eventMask(EventType::leftMouseUp)) != 0;
+    if (((wanted_ & eventMask(event->type)) != 0 || decidesAnother) &&
+        !goesToThisProgram(raw, event->type)) {
+        verdicts_.add({*event, raw.source, pressOf(raw)});
     }
 }
 
-/// The first press that waited has been decided upon.
-void X11EventMonitors::reportWaiting() {
-    bool isFirst = true;
-    while (!waiting_.empty()) {
-        const Waiting next = waiting_.front();
-        if (next.type == EventType::leftMouseDown && !std::exchange(isFirst, false)) {
-            return; // its own answer will come
-        }
-        waiting_.pop_front();
-        if (next.type == EventType::leftMouseDown && caughtPresses_.claim(next.device, next.time)) {
-            std::erase(consumed_, next.device);
-            consumed_.push_back(next.device);
-        } else {
-            tell(next.type, next.device);
-        }
-    }
+bool X11EventMonitors::goesToThisProgram(const RawButton& raw, EventType type) {
+    PointerTarget& target = buttons_->target();
+    return ownWindows_.contains(type == EventType::scrollWheel ? target.recentWindow(raw.master)
+                                                               : target.window(raw.master));
 }
 
-/// But for the releases of a press that was consumed: of the device by us, and by the finger.
-void X11EventMonitors::tell(EventType type, xcb_input_device_id_t device) {
-    if (type == EventType::leftMouseDown) {
-        std::erase(consumed_, device);
-    } else if (type == EventType::leftMouseUp &&
-               std::find(consumed_.begin(), consumed_.end(), device) != consumed_.end()) {
-        return;
-    }
-    const auto monitors = monitors_; // handlers add and remove some
-    for (const auto& each : monitors) {
-        if (const auto monitor = each.lock()) {
-            monitor->tell(type);
+void X11EventMonitors::tell(const MonitoredEvent& event) {
+    ++telling_;
+    // Handlers add some, which have not heard of it, and remove some, whose places stay meanwhile.
+    for (std::size_t i = 0, count = monitors_.size(); i < count && i < monitors_.size(); ++i) {
+        if (const auto monitor = monitors_[i].lock()) {
+            monitor->tell(event);
         }
     }
-}
-
-xcb_window_t X11EventMonitors::windowUnderPointer(xcb_input_device_id_t master) const {
-    xcb_window_t window = connection_->root();
-    while (true) {
-        const XcbOwned<xcb_input_xi_query_pointer_reply_t> reply(xcb_input_xi_query_pointer_reply(
-            connection_->get(), xcb_input_xi_query_pointer(connection_->get(), window, master),
-            nullptr));
-        if (!reply) {
-            return window; // just closed, but it was there
-        }
-        if (reply->same_screen == 0) {
-            return reply->root; // none of our windows is on another X screen
-        }
-        if (reply->child == XCB_WINDOW_NONE) {
-            return window;
-        }
-        window = reply->child;
+    --telling_;
+    if (std::exchange(wereSomeRemoved_, false)) {
+        forgetRemoved();
     }
 }
 
 void X11EventMonitors::forgetRemoved() {
+    if (telling_ > 0) {
+        wereSomeRemoved_ = true;
+        return;
+    }
     std::erase_if(monitors_, [](const auto& monitor) { return monitor.expired(); });
     if (monitors_.empty()) {
         disconnect();
-    } else if (connection_) {
+    } else {
         selectWanted();
     }
 }

@@ -1,75 +1,69 @@
 #pragma once
 
 #include "Platform/EventMonitors.h"
+#include "Platform/Linux/x11/AwaitedVerdicts.h"
 #include "Platform/Linux/x11/CaughtPresses.h"
 #include "Platform/Linux/x11/OwnWindows.h"
 #include "Platform/Linux/x11/PostedEvents.h"
-#include "Platform/Linux/x11/X11Connection.h"
+#include "Platform/Linux/x11/RawButtons.h"
 
-#include <QSocketNotifier>
+#include <QObject>
 
-#include <deque>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
-#include <xcb/xinput.h>
-
 namespace quillon {
 
-/// Monitors of mouse buttons on an X11 desktop, by raw events of the input extension, which arrive
-/// also while another program has grabbed the pointer, as for a menu. They have a connection of
-/// their own, and only while there is a monitor.
+/// Monitors of mouse buttons and scrolling on an X11 desktop, by raw events of the input extension.
+/// They have a connection of their own, and only while there is a monitor.
 ///
-/// A raw event does not say where it goes: that is asked when it arrives, a moment later.
+/// Scrolling is heard of as presses of the wheel's buttons, one for each notch also of devices that
+/// scroll by axes: motion would wake the program each time the mouse moves. All deltas are whole
+/// notches therefore, those in points not excepted, and a touchpad's are told like a wheel's.
 ///
-/// When the server goes away the monitors fall silent.
+/// What a device does while this program holds it the server tells the holder alone: it is heard of
+/// when it is posted on.
 class X11EventMonitors final : public EventMonitors {
   public:
-    /// All must outlive this object. `postedEvents` knows what this program posts, `caughtPresses`
-    /// what it consumes. A handler must not destroy this object.
+    /// All must outlive this object. `postedEvents` knows what this program posts by itself,
+    /// `caughtPresses` what it consumes. A handler must not destroy this object.
     X11EventMonitors(const OwnWindows& ownWindows, PostedEvents& postedEvents,
                      CaughtPresses& caughtPresses);
     ~X11EventMonitors() override;
 
-    /// Also null for a mask without any mouse button.
-    EventMonitorRef addGlobalMonitor(std::uint64_t mask,
-                                     std::function<void(EventType)> handler) override;
+    /// Also null for a mask without any mouse button or scrolling.
+    EventMonitorRef addGlobalMonitor(std::uint64_t mask, Handler handler,
+                                     std::string_view owner) override;
+    void setInvalidationHandler(EventMonitor& monitor, std::function<void()> handler) override;
+
+    /// Nothing wakes the program on behalf of a monitor that is not armed, and it hears nothing.
+    void setArmed(EventMonitor& monitor, bool armed) override;
 
   private:
     class Monitor;
 
     [[nodiscard]] bool connect();
     void disconnect();
-    [[nodiscard]] bool mayMonitor() const;
+    void connectionLost();
+    void invalidateLost();
     void selectWanted();
-    void readEvents();
-    void handleEvent(const xcb_generic_event_t& event);
-    void readMapping();
-    [[nodiscard]] unsigned mapped(std::uint32_t button) const;
-    [[nodiscard]] xcb_window_t windowUnderPointer(xcb_input_device_id_t master) const;
-    void report(EventType type, xcb_input_device_id_t device, xcb_timestamp_t time);
-    void reportWaiting();
-    void tell(EventType type, xcb_input_device_id_t device);
+    void heard(const RawButton& raw);
+    [[nodiscard]] bool goesToThisProgram(const RawButton& raw, EventType type);
+    void tell(const MonitoredEvent& event);
     void forgetRemoved();
 
     const OwnWindows& ownWindows_;
     PostedEvents& postedEvents_;
-    CaughtPresses& caughtPresses_;
-    struct Waiting {
-        EventType type;
-        xcb_input_device_id_t device;
-        xcb_timestamp_t time;
-    };
-    std::deque<Waiting> waiting_;                 // the first is a press that may yet be consumed
-    std::vector<xcb_input_device_id_t> consumed_; // devices whose latest left press was
+    AwaitedVerdicts verdicts_;
     std::vector<std::weak_ptr<Monitor>> monitors_;
-    std::unique_ptr<X11Connection> connection_;
-    std::uint32_t selected_ = 0; // types of raw events
-    std::vector<std::uint8_t> buttonMap_;
-    std::unique_ptr<QSocketNotifier> notifier_;
-    QMetaObject::Connection aboutToBlock_;
-    bool isReading_ = false;
+    std::vector<std::weak_ptr<Monitor>> lost_; // that have yet to be told so
+    std::uint64_t wanted_ = 0;                 // eventMask bits of those that are armed
+    std::shared_ptr<RawButtons> buttons_;
+    int telling_ = 0;                         // events that are being told, one within another
+    bool wereSomeRemoved_ = false;            // meanwhile
     std::shared_ptr<X11EventMonitors*> self_; // what monitors hold weakly
+    QObject queue_;                           // for what the event loop is to do later
 };
 
 } // namespace quillon

@@ -37,7 +37,7 @@ X11EventServices::X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics,
     : runLoop_(runLoop), diagnostics_(diagnostics), displays_(displays), mayTap_(std::move(mayTap)),
       watchdog_(std::move(watchdog)),
       questionNotifier_(question_.descriptor(), QSocketNotifier::Read), exchange_(tapPatience),
-      postedEvents_(postedEvents), caughtPresses_(caughtPresses),
+      postedEvents_(postedEvents), caughtPresses_(caughtPresses), reversal_(diagnostics, reversed_),
       self_(std::make_shared<X11EventServices*>(this)) {
     QObject::connect(&questionNotifier_, &QSocketNotifier::activated, &questionNotifier_,
                      [this] { answerHolder(); });
@@ -54,6 +54,7 @@ X11EventServices::X11EventServices(RunLoop& runLoop, Diagnostics& diagnostics,
             holder_->setGeometry(geometry);
         }
     });
+    reverseSoon(); // a life that ended by force may have left devices reversed
 }
 
 X11EventServices::~X11EventServices() {
@@ -97,6 +98,11 @@ void X11EventServices::setArmedAt(EventTap& tap, ArmedAt armedAt) {
     publishTaps();
 }
 
+void X11EventServices::setConstantRewrite(EventTap& tap, ConstantRewrite rewrite) {
+    static_cast<X11EventTap&>(tap).constantRewrite = rewrite;
+    reverseSoon();
+}
+
 EventRef X11EventServices::createEvent() {
     if (!geometry_) {
         return nullptr;
@@ -110,8 +116,17 @@ EventRef X11EventServices::createMouseEvent(EventType type, Point position, Mous
     return std::make_unique<FieldEvent>(type, position, button);
 }
 
+EventRef X11EventServices::createSystemDefinedEvent(const SystemDefinedEvent& event) {
+    return std::make_unique<FieldEvent>(event);
+}
+
 void X11EventServices::post(TapLocation /*location*/, const Event& event) {
-    const auto posted = postedButton(static_cast<const FieldEvent&>(event));
+    const auto& made = static_cast<const FieldEvent&>(event);
+    if (made.systemDefined()) {
+        postKey(*made.systemDefined());
+        return;
+    }
+    const auto posted = postedButton(made);
     if (!posted) {
         return;
     }
@@ -119,6 +134,18 @@ void X11EventServices::post(TapLocation /*location*/, const Event& event) {
         posts_.push_back(*posted);
     } else if (holder_) {
         holder_->post(*posted);
+    }
+}
+
+void X11EventServices::postKey(const SystemDefinedEvent& event) {
+    const auto key = pressedKey(event);
+    if (!key || !keyHandler_) {
+        return;
+    }
+    if (isAnswering_) {
+        keyPosts_.push_back(*key);
+    } else {
+        keyHandler_(*key);
     }
 }
 
@@ -131,10 +158,20 @@ void X11EventServices::settlePosts(bool areValid) {
         }
     }
     posts_.clear();
+    for (const SpecialKey key : keyPosts_) {
+        if (areValid) {
+            keyHandler_(key);
+        }
+    }
+    keyPosts_.clear();
 }
 
 void X11EventServices::setPanicHandler(std::function<void()> handler) {
     panicHandler_ = std::move(handler);
+}
+
+void X11EventServices::setKeyHandler(std::function<void(SpecialKey)> handler) {
+    keyHandler_ = std::move(handler);
 }
 
 std::vector<std::shared_ptr<X11EventTap>> X11EventServices::living() const {
@@ -147,7 +184,34 @@ std::vector<std::shared_ptr<X11EventTap>> X11EventServices::living() const {
     return taps;
 }
 
+/// Two that reverse the same cancel each other, as they would one after the other.
+ConstantRewrite X11EventServices::wantedRewrite() const {
+    ConstantRewrite wanted;
+    for (const auto& tap : living()) {
+        if (tap->wants(EventType::scrollWheel)) {
+            const ConstantRewrite& its = tap->constantRewrite;
+            wanted.reversesLines = wanted.reversesLines != its.reversesLines;
+            wanted.reversesContinuous = wanted.reversesContinuous != its.reversesContinuous;
+        }
+    }
+    return wanted;
+}
+
+/// When what changes together has changed: a tap that was too slow is off for a moment only.
+void X11EventServices::reverseSoon() {
+    if (std::exchange(isReversalDue_, true)) {
+        return;
+    }
+    runLoop_.async([weak = std::weak_ptr(self_)] {
+        if (const auto self = weak.lock()) {
+            (*self)->isReversalDue_ = false;
+            (*self)->reversal_.follow((*self)->wantedRewrite());
+        }
+    });
+}
+
 void X11EventServices::publishTaps() {
+    reverseSoon();
     if (!holder_) {
         return;
     }
@@ -173,7 +237,7 @@ void X11EventServices::startHolder() {
         });
     };
     holder_ = std::make_unique<InputHolder>(
-        exchange_, postedEvents_, caughtPresses_, watchdog_,
+        exchange_, postedEvents_, caughtPresses_, reversed_, watchdog_,
         InputHolder::Listener{
             .wakeMain = [this] { question_.wake(); },
             .diagnostic = [this](const std::string& text) { diagnostics_.line(text); },
@@ -247,7 +311,7 @@ Verdict X11EventServices::runTaps(const TapQuestion& question) {
             return Verdict::consume;
         }
     }
-    return Verdict::pass;
+    return isTurned(event, question) ? Verdict::passTurned : Verdict::pass;
 }
 
 void X11EventServices::switchOff(X11EventTap& tap, EventType waiting) {

@@ -38,6 +38,7 @@ class X11EventTap final : public EventTap {
     bool enabled = false;
     bool attached = false;
     ArmedAt armedAt;
+    ConstantRewrite constantRewrite;
     std::function<void()> invalidated;
 
   private:
