@@ -102,13 +102,22 @@ void AppDelegate::createPopover() {
 void AppDelegate::watchForOutsideClicks() {
     eventMonitor_ = platform_.monitors.addGlobalMonitor(
         eventMask(EventType::leftMouseDown) | eventMask(EventType::rightMouseDown),
-        [weak = weak_from_this(), &runLoop = platform_.runLoop](EventType) {
+        [weak = weak_from_this(), &runLoop = platform_.runLoop](const MonitoredEvent&) {
             runLoop.async([weak] {
                 if (const auto self = weak.lock()) {
                     self->closePopoverAfterOutsideClick();
                 }
             });
+        },
+        {});
+    if (eventMonitor_) {
+        platform_.monitors.setInvalidationHandler(*eventMonitor_, [weak = weak_from_this()] {
+            if (const auto self = weak.lock()) {
+                self->watchForOutsideClicks();
+            }
         });
+    }
+    listenForOutsideClicks(popover_ && popover_->isShown());
 }
 
 UpdaterController& AppDelegate::updaterController() {

@@ -52,6 +52,7 @@ class AppDelegate final : public ApplicationDelegate,
     [[nodiscard]] bool createStatusItem();
     void createPopover();
     void watchForOutsideClicks();
+    void listenForOutsideClicks(bool listen);
     UpdaterController& updaterController();
     void applyIcon(Button& button);
     void setUpButton(Button& button);

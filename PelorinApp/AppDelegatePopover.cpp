@@ -38,6 +38,7 @@ void AppDelegate::togglePopover(Sender* sender) {
     if (popover_->isShown()) {
         suppressOutsideClosePopoverUntil_.reset();
         popover_->close();
+        listenForOutsideClicks(false);
         platform_.diagnostics.line("✖️ Popover closed");
     } else {
         showPopover(*anchor);
@@ -46,6 +47,7 @@ void AppDelegate::togglePopover(Sender* sender) {
 
 void AppDelegate::showPopover(const View& anchor) {
     suppressOutsideClosePopoverUntil_ = platform_.runLoop.now() + openingClick;
+    listenForOutsideClicks(true);
     popover_->show(anchor, RectEdge::minY);
     popover_->makeKeyWindow();
     platform_.diagnostics.line("✅ Popover opened");
@@ -79,6 +81,7 @@ const View* AppDelegate::anchorView(Sender* sender) const {
 
 void AppDelegate::closePopoverAfterOutsideClick() {
     if (!popover_ || !popover_->isShown()) {
+        listenForOutsideClicks(false); // somebody has closed it otherwise
         return;
     }
     if (suppressOutsideClosePopoverUntil_) {
@@ -92,6 +95,14 @@ void AppDelegate::closePopoverAfterOutsideClick() {
         return;
     }
     popover_->close();
+    listenForOutsideClicks(false);
+}
+
+/// While the popover is closed no click need wake the program.
+void AppDelegate::listenForOutsideClicks(bool listen) {
+    if (eventMonitor_) {
+        platform_.monitors.setArmed(*eventMonitor_, listen);
+    }
 }
 
 bool AppDelegate::pointerIsInStatusItem() const {

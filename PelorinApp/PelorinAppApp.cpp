@@ -1,7 +1,13 @@
 #include "PelorinAppApp.h"
 
+#include "Tools/Edges/ScrollReverseManager.h"
 #include "Tools/Edges/Tool4EdgesManager.h"
+#include "Tools/Edges/VolumeControlManager.h"
+#include "Tools/Pointer/MediaControlManager.h"
 #include "Tools/Pointer/WindowSwitcherManager.h"
+
+#include <utility>
+#include <vector>
 
 namespace quillon {
 
@@ -10,15 +16,27 @@ PelorinAppApp::PelorinAppApp() : delegate_(AppDelegate::create(Platform::current
     platform.application.setDelegate(delegate_);
 
     // The tools run whether or not the shell finds a place on the screen.
-    Tool4EdgesManager& desktopSwitcher = Tool4EdgesManager::shared();
-    // While it is off it looks for permission every two seconds, for good: it is made when wanted.
+    std::vector<EdgeToolManager*> edgeTools{&Tool4EdgesManager::shared(),
+                                            &VolumeControlManager::shared(),
+                                            &MediaControlManager::shared()};
+    VolumeControlManager::shared().setLevelReport(&AppDelegate::showVolumeLevel);
+    // While these are off they look for permission every two seconds, for good: they are made when
+    // wanted.
     if (WindowSwitcherManager::isStoredAsEnabled(platform)) {
         windowSwitcher_ = &WindowSwitcherManager::shared();
+        edgeTools.push_back(windowSwitcher_);
     }
-    platform.events.setPanicHandler([&desktopSwitcher, windowSwitcher = windowSwitcher_] {
-        desktopSwitcher.switchOffForNow();
-        if (windowSwitcher != nullptr) {
-            windowSwitcher->switchOffForNow();
+    ScrollReverseManager* scrollReverse = nullptr;
+    if (ScrollReverseManager::isStoredAsReversing(platform)) {
+        scrollReverse = &ScrollReverseManager::shared();
+        scrollReverse->setIsEnabled(true);
+    }
+    platform.events.setPanicHandler([edgeTools = std::move(edgeTools), scrollReverse] {
+        for (EdgeToolManager* tool : edgeTools) {
+            tool->switchOffForNow();
+        }
+        if (scrollReverse != nullptr) {
+            scrollReverse->setIsEnabled(false);
         }
     });
 }

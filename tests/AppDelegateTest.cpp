@@ -259,6 +259,42 @@ TEST_F(AppDelegateTest, WithoutMonitorOnlyTheToggleCloses) {
     EXPECT_FALSE(isOpen());
 }
 
+TEST_F(AppDelegateTest, ListensToClicksOnlyWhileThePopoverIsOpen) {
+    const auto isListening = [&] { return bench.desktop.monitors.isArmed({}); };
+    launch();
+    EXPECT_FALSE(isListening());
+    open();
+    EXPECT_TRUE(isListening());
+    bench.click(bench.button());
+    EXPECT_FALSE(isListening());
+    bench.pass(1);
+    open();
+    bench.pass(1);
+    bench.pressAt(elsewhere);
+    EXPECT_FALSE(isListening());
+    open();
+    bench.desktop.monitors.drop({});
+    EXPECT_TRUE(isListening()) << "the one that takes its place";
+}
+
+TEST_F(AppDelegateTest, AClosedPopoverIsNoticedAtTheNextClick) {
+    launch();
+    open();
+    bench.desktop.popovers.shown = false; // by its own screen
+    bench.pressAt(elsewhere);
+    EXPECT_FALSE(bench.desktop.monitors.isArmed({}));
+}
+
+TEST_F(AppDelegateTest, AMonitorThatVanishesIsReplaced) {
+    launch();
+    bench.desktop.monitors.drop({});
+    EXPECT_EQ(bench.desktop.monitors.count(), 1U);
+    open();
+    bench.pass(1);
+    bench.pressAt(elsewhere);
+    EXPECT_FALSE(isOpen());
+}
+
 TEST_F(AppDelegateTest, NoticesAfterItsEndDoNothing) {
     launch();
     open();
