@@ -46,6 +46,12 @@ class PressTap:
     def hold_band(self) -> None:
         self._do("band")
 
+    def answer_scrolls(self, word: str) -> None:
+        self._do(f"scrolls {word}")
+
+    def listen(self, word: str) -> None:
+        self._do(f"listen {word}")
+
     def _do(self, command: str) -> None:
         before = self.count(command)
         self.process.stdin.write(f"{command}\n")

@@ -16,7 +16,7 @@ _numbers = itertools.count(1)
 USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
                "Setup complete!", "No tray on this desktop", "Status bar item clicked",
                "Popover opened", "Popover closed", "The X11 connection broke", "X connection to",
-               "QSocketNotifier: Invalid socket")
+               "QSocketNotifier: Invalid socket", "Media Control:", "Edge check -")
 
 
 class Quillon:

@@ -25,13 +25,17 @@ def built(name: str, place: str) -> pathlib.Path:
     return pathlib.Path(os.environ.get(name) or TREE / "build/debug" / place)
 
 
+AUDIO_TOOL = built("AUDIO_TOOL", "tests/Platform/Linux/audio_tool")
 QUILLON = built("QUILLON", "quillon")
 CONTACT_PLAYER = built("CONTACT_PLAYER", "tests/desktop/clients/contact_player.so")
 GTK3_CLIENT = built("GTK3_CLIENT", "tests/desktop/clients/gtk3_client")
+KEY_GRABBER = built("KEY_GRABBER", "tests/desktop/clients/key_grabber")
+KEY_POSTER = built("KEY_POSTER", "tests/desktop/clients/key_poster")
 PLAIN_WINDOWS = built("PLAIN_WINDOWS", "tests/desktop/clients/plain_windows")
 QT6_CLIENT = built("QT6_CLIENT", "tests/desktop/clients/qt6_client")
 SHELL_WITH_SCREEN = built("SHELL_WITH_SCREEN", "tests/desktop/clients/shell_with_screen")
 PRESS_TAP = built("PRESS_TAP", "tests/desktop/clients/press_tap")
+REVERSE_TAP = built("REVERSE_TAP", "tests/desktop/clients/reverse_tap")
 WATCHDOG = built("WATCHDOG", "quillon-watchdog")
 X11_PROBE = built("X11_PROBE", "tests/desktop/clients/x11_probe")
 TOUCH_PROBE = built("TOUCH_PROBE", "tests/desktop/clients/touch_probe")

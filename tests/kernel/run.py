@@ -12,12 +12,14 @@ import unittest
 import chain_test
 import device_tests
 import press_test
+import reversal_test
 import touch_test
 from kernel_desktop import KernelDesktop
 
 
 def classes() -> dict[str, type]:
-    return {name: value for module in (chain_test, press_test, touch_test, device_tests)
+    modules = chain_test, press_test, reversal_test, touch_test, device_tests
+    return {name: value for module in modules
             for name, value in vars(module).items()
             if isinstance(value, type) and issubclass(value, unittest.TestCase)
             and unittest.defaultTestLoader.getTestCaseNames(value)}

@@ -190,6 +190,7 @@ class Wheeled(Device):
     """With wheels that count notches and, if `fine`, parts of them."""
 
     fine = True
+    way = 1  # -1 where the X server makes the opposite of each turn
 
     def __init__(self, desktop, name: str):
         self._gone = collections.defaultdict(int)
@@ -207,7 +208,7 @@ class Wheeled(Device):
         events = [(EV_REL, coarse, notches)] if notches else []
         if self.fine:
             events.append((EV_REL, fine, sign * units))
-        return events, {axis: server_sign * units}
+        return events, {axis: self.way * server_sign * units}
 
     def _wheel_codes(self):
         fine = [REL_WHEEL_HI_RES, REL_HWHEEL_HI_RES] if self.fine else []

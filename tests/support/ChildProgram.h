@@ -6,6 +6,8 @@
 #include <QStringList>
 
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 namespace quillon {
@@ -23,6 +25,13 @@ class ChildProgram {
     ChildProgram(const ChildProgram&) = delete;
     ChildProgram& operator=(const ChildProgram&) = delete;
     ~ChildProgram() { end(); }
+
+    /// Writes a line to its standard input.
+    void tell(const char* line) {
+        process_.write(line);
+        process_.write("\n");
+        process_.waitForBytesWritten(limit);
+    }
 
     /// Reads on until it says the line.
     bool says(const QString& line) {
@@ -56,6 +65,22 @@ class ChildProgram {
     }
 
     std::string errors() { return process_.readAllStandardError().toStdString(); }
+
+    /// How often its threads have gone to sleep so far.
+    [[nodiscard]] long sleeps() const {
+        long sum = 0;
+        const auto tasks = "/proc/" + std::to_string(process_.processId()) + "/task";
+        for (const auto& task : std::filesystem::directory_iterator(tasks)) {
+            std::ifstream status(task.path() / "status");
+            for (std::string word; status >> word;) {
+                long number = 0;
+                if (word == "voluntary_ctxt_switches:" && status >> number) {
+                    sum += number;
+                }
+            }
+        }
+        return sum;
+    }
 
     [[nodiscard]] bool isRunning() const { return process_.state() == QProcess::Running; }
 

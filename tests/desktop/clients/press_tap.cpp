@@ -5,10 +5,12 @@
 //     answer WORD      what the tap does while armed: click (consume, and click the middle button),
 //                      pass; or, in the midst of the question, stop or die by a signal
 //     die-pressed      with the next click, die while the middle button is down
-//     band             hold what scrolls at the left edge, too, and consume it
+//     band             hold what scrolls at the left edge, too
+//     scrolls WORD     what the tap does with that: consume (at first), pass, or each by turns
+//     listen WORD      whether the monitor is armed: yes (at first), no
 //
-// It prints "asked X Y", "down", "up", "scrolled" and "heard TYPE" (what a monitor hears) by
-// itself.
+// It prints "asked X Y", "down", "up", "scrolled" and what a monitor hears by itself: "heard TYPE
+// BUTTON", or of scrolling "heard TYPE RIGHT UP".
 #include "Platform/Linux/session/QtRunLoop.h"
 #include "Platform/Linux/x11/X11EventMonitors.h"
 #include "Platform/Linux/x11/X11EventServices.h"
@@ -31,6 +33,15 @@ namespace {
 
 using namespace quillon;
 
+std::string described(const MonitoredEvent& event) {
+    std::string line = "heard " + std::to_string(static_cast<unsigned>(event.type)) + ' ';
+    if (event.type != EventType::scrollWheel) {
+        return line + std::to_string(static_cast<unsigned>(event.buttonNumber));
+    }
+    return line + std::to_string(static_cast<int>(event.deltaX)) + ' ' +
+           std::to_string(static_cast<int>(event.deltaY));
+}
+
 void say(const std::string& line) {
     std::puts(line.c_str());
     std::fflush(stdout);
@@ -51,9 +62,8 @@ class PressTap {
             return false;
         }
         presses_ = tap(EventType::leftMouseDown, onPress);
-        monitor_ = monitors_.addGlobalMonitor(~std::uint64_t{0}, [](EventType type) {
-            say("heard " + std::to_string(static_cast<unsigned>(type)));
-        });
+        monitor_ = monitors_.addGlobalMonitor(
+            ~std::uint64_t{0}, [](const MonitoredEvent& event) { say(described(event)); }, {});
         return presses_ != nullptr && monitor_ != nullptr;
     }
 
@@ -72,6 +82,10 @@ class PressTap {
         } else if (command == "band") {
             scrolls_ = tap(EventType::scrollWheel, onScroll);
             events_.setArmedAt(*scrolls_, atLeftEdge);
+        } else if (command == "scrolls") {
+            words >> scrollAnswer_;
+        } else if (std::string word; command == "listen" && words >> word) {
+            monitors_.setArmed(*monitor_, word == "yes");
         } else {
             return false;
         }
@@ -88,9 +102,17 @@ class PressTap {
         return made;
     }
 
-    static Event* onScroll(EventType, Event*, void*) {
+    static Event* onScroll(EventType type, Event* event, void* userInfo) {
+        auto& self = *static_cast<PressTap*>(userInfo);
+        if (type != EventType::scrollWheel) {
+            say("disabled");
+            self.events_.enableTap(*self.scrolls_, true);
+            return nullptr;
+        }
         say("scrolled");
-        return nullptr;
+        const bool passes = self.scrollAnswer_ == "pass" ||
+                            (self.scrollAnswer_ == "each" && self.scrolled_++ % 2 != 0);
+        return passes ? event : nullptr;
     }
 
     static Event* onPress(EventType type, Event* event, void* userInfo) {
@@ -148,6 +170,8 @@ class PressTap {
     int contacts_ = 0;
     bool diesPressed_ = false;
     std::string answer_ = "click";
+    std::string scrollAnswer_ = "consume";
+    unsigned scrolled_ = 0;
 };
 
 } // namespace
