@@ -3,8 +3,12 @@
 //
 //   scroll_latency pass COUNT            until a window under the pointer has received the scroll
 //   scroll_latency switch COUNT NOTCHES  from the last of so many notches until the desktop changed
+//   scroll_latency turned COUNT          as pass, with notches at least ten milliseconds apart
+//   scroll_latency spin COUNT APART      nothing is timed: notches come so many milliseconds apart,
+//                                        whatever becomes of them
 //
-// Prints one line: the median and the 99th percentile in microseconds, and how many arrived.
+// Prints one line: the median and the 99th percentile in microseconds, and how many arrived, except
+// for spin. For turned and spin: how many arrived the other way, and how many as they were sent.
 
 #include <algorithm>
 #include <array>
@@ -29,6 +33,8 @@ using Event = std::unique_ptr<xcb_generic_event_t, decltype(&std::free)>;
 constexpr std::chrono::milliseconds givenUpAfter{1000};
 /// Between notches: input faster than this no device produces.
 constexpr std::chrono::milliseconds gap{2};
+/// Between those of a wheel that is turned quickly.
+constexpr std::chrono::milliseconds quickTurn{10};
 
 struct Display {
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
@@ -76,7 +82,8 @@ struct Display {
     }
 };
 
-std::vector<double> timePasses(const Display& display, int count) {
+/// All over the screen, under the pointer wherever that is.
+void openWindow(const Display& display) {
     const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_BUTTON_PRESS};
     const xcb_window_t window = xcb_generate_id(display.connection);
     xcb_create_window(display.connection, XCB_COPY_FROM_PARENT, window, display.root, 0, 0, 2000,
@@ -84,6 +91,10 @@ std::vector<double> timePasses(const Display& display, int count) {
                       XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
     xcb_map_window(display.connection, window);
     display.drainFor(std::chrono::milliseconds(100));
+}
+
+std::vector<double> timePasses(const Display& display, int count) {
+    openWindow(display);
     std::vector<double> times;
     for (int i = 0; i < count; ++i) {
         display.notch(4);
@@ -95,6 +106,60 @@ std::vector<double> timePasses(const Display& display, int count) {
         display.drainFor(gap);
     }
     return times;
+}
+
+/// What becomes of notches that are sent upwards.
+struct Arrivals {
+    std::vector<double> times; ///< Microseconds, of those that arrived.
+    int turned = 0;
+    int straight = 0;
+
+    /// Whether it is one.
+    bool count(const xcb_generic_event_t& event) {
+        if ((event.response_type & 0x7F) != XCB_BUTTON_PRESS) {
+            return false;
+        }
+        const auto button = reinterpret_cast<const xcb_button_press_event_t&>(event).detail;
+        ++(button == 5 ? turned : straight);
+        return true;
+    }
+
+    void countUntil(const Display& display, Clock::time_point deadline) {
+        while (const Event event = display.next(deadline)) {
+            count(*event);
+        }
+    }
+};
+
+Arrivals timeTurned(const Display& display, int count) {
+    openWindow(display);
+    Arrivals arrivals;
+    for (int i = 0; i < count; ++i) {
+        display.notch(4);
+        const auto start = Clock::now();
+        while (const Event event = display.next(start + givenUpAfter)) {
+            if (arrivals.count(*event)) {
+                arrivals.times.push_back(
+                    std::chrono::duration<double, std::micro>(Clock::now() - start).count());
+                break;
+            }
+        }
+        arrivals.countUntil(display, std::max(start + quickTurn, Clock::now() + gap));
+    }
+    return arrivals;
+}
+
+Arrivals spin(const Display& display, int count, std::chrono::milliseconds apart) {
+    openWindow(display);
+    Arrivals arrivals;
+    auto next = Clock::now();
+    for (int i = 0; i < count; ++i) {
+        display.notch(4);
+        next += apart;
+        arrivals.countUntil(display, next);
+    }
+    arrivals.countUntil(display, Clock::now() + givenUpAfter);
+    return arrivals;
 }
 
 std::vector<double> timeSwitches(const Display& display, int count, int notches) {
@@ -135,23 +200,32 @@ void print(std::vector<double> times, int count) {
                    ? -1.0
                    : times[static_cast<std::size_t>(share * static_cast<double>(times.size() - 1))];
     };
-    std::printf("%.1f %.1f %zu/%d\n", at(0.5), at(0.99), times.size(), count);
+    std::printf("%.1f %.1f %zu/%d", at(0.5), at(0.99), times.size(), count);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
-        std::fprintf(stderr, "usage: scroll_latency pass COUNT | switch COUNT NOTCHES\n");
-        return 2;
-    }
+    const std::string_view what = argc > 2 ? argv[1] : "";
+    const int count = argc > 2 ? std::atoi(argv[2]) : 0;
+    const int further = argc > 3 ? std::atoi(argv[3]) : 1;
     const Display display;
-    const int count = std::atoi(argv[2]);
-    const std::string_view what = argv[1];
     if (what == "pass") {
         print(timePasses(display, count), count);
+    } else if (what == "switch") {
+        print(timeSwitches(display, count, further), count);
+    } else if (what == "turned") {
+        const Arrivals arrivals = timeTurned(display, count);
+        print(arrivals.times, count);
+        std::printf(" %d %d", arrivals.turned, arrivals.straight);
+    } else if (what == "spin") {
+        const Arrivals arrivals = spin(display, count, std::chrono::milliseconds(further));
+        std::printf("%d %d", arrivals.turned, arrivals.straight);
     } else {
-        print(timeSwitches(display, count, argc > 3 ? std::atoi(argv[3]) : 1), count);
+        std::fprintf(stderr, "usage: scroll_latency pass COUNT | switch COUNT NOTCHES | "
+                             "turned COUNT | spin COUNT APART\n");
+        return 2;
     }
+    std::puts("");
     return 0;
 }

@@ -4,6 +4,7 @@ A gesture is a function of the stage; it says what it does, expects what must fo
 missed expectation ends the demo with a non-zero status. See script/demo."""
 
 import pathlib
+import re
 import shutil
 import sys
 import time
@@ -14,6 +15,8 @@ from desktop import Failed, Interrupted, PrivateDesktop
 TREE = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = TREE / "build/release/quillon"
 PICTURES = TREE / "build/demo"
+VOLUME_STEP = 65536 * 10 / 400
+HAND = 0.1  # seconds between the clicks of a hand
 
 
 def desktop_switcher(stage: Stage) -> None:
@@ -96,7 +99,59 @@ def status_item(stage: Stage) -> None:
     stage.picture("level")
 
 
-GESTURES = [desktop_switcher, window_switcher, status_item]
+def volume_control(stage: Stage) -> None:
+    desktop = stage.desktop
+
+    def volume() -> int:
+        """Of 65536, as the sound server tells it."""
+        return int(desktop.run("pactl", "get-sink-volume", "@DEFAULT_SINK@").split()[2])
+
+    desktop.run("pactl", "set-sink-volume", "@DEFAULT_SINK@", "40%")
+    stage.say("Volume control. Its band is wider than that of the desktops.")
+    stage.go_to(stage.beside_right_band)
+    for direction, sign in (("up", 1), ("up", 1), ("down", -1)):
+        target = round(volume() + sign * VOLUME_STEP)
+        received = stage.turn_wheel(direction, 1)
+        stage.expect(lambda: abs(volume() - target) <= 1,
+                     f"wheel {direction}: the volume is {target / 655.36:.1f} %")
+        stage.expect(lambda: received == 1, "and the client got the notch as well")
+    stage.picture("volume")
+
+
+def media_control(stage: Stage) -> None:
+    desktop = stage.desktop
+    stage.say("Media control. Nobody plays and nobody has the keys: they go to the keyboard.")
+    keymap = desktop.run("xmodmap", "-pke")
+    codes = {name: re.search(rf"keycode +(\d+) = {name}\b", keymap)[1]
+             for name in ("XF86AudioPlay", "XF86AudioNext", "XF86AudioPrev")}
+    desktop.start("keys", ["stdbuf", "-oL", "xinput", "test-xi2", "--root"])
+    stage.go_to(stage.beside_right_band)
+    for times, key in enumerate(codes, 1):
+        before = stage.received(2)
+        for _ in range(times):
+            stage.click(2)
+            time.sleep(HAND)
+        pressed = re.compile(rf"RawKeyPress.*?detail: {codes[key]}$", re.MULTILINE | re.DOTALL)
+        stage.expect(lambda: pressed.search(desktop.log("keys")),
+                     f"{times} click(s) of the middle button: {key}")
+        stage.expect(lambda: stage.received(2) == before + times, "and the client got them as well")
+
+
+def scroll_reverse(stage: Stage) -> None:
+    stage.say("Scroll reverse, switched on.")
+    stage.desktop.run(PROGRAM, "defaults", "write", "ScrollReverseMouse", "true")
+    stage.start_again()
+    stage.go_to(stage.outside)
+    before = stage.received(4), stage.received(5)
+    stage.turn_wheel("up", 3)
+    after = stage.received(4), stage.received(5)
+    stage.expect(lambda: (after[0] - before[0], after[1] - before[1]) == (0, 3),
+                 "3 notches up are 3 down for the client")
+    stage.picture("reversed")
+
+
+GESTURES = [desktop_switcher, window_switcher, status_item, volume_control, media_control,
+            scroll_reverse]
 
 
 def main() -> int:
@@ -105,8 +160,12 @@ def main() -> int:
     PICTURES.mkdir(parents=True)
     try:
         with PrivateDesktop(panel="tint2", bus=True, audio=True, logs=PICTURES / "log") as desktop:
-            for edge in ("Tool4LeftEdge", "Tool4RightEdge"):
-                desktop.run(PROGRAM, "defaults", "write", edge, "true")
+            for setting in ("Tool4LeftEdge", "Tool4RightEdge", "Tool5RightEdge",
+                            "MediaControlRightEdge"):
+                desktop.run(PROGRAM, "defaults", "write", setting, "true")
+            for setting, points in (("Tool5EdgeSensitivity", 80), ("Tool5VolumeSteps", 10),
+                                    ("MediaControlEdgeSensitivity", 80)):
+                desktop.run(PROGRAM, "defaults", "write", setting, points)
             for setting in ("WindowSwitcher_IsEnabled", "WindowSwitcher_BottomEdge"):
                 desktop.run(PROGRAM, "defaults", "--suite", "com.pelorin.shared", "write", setting,
                             "true")

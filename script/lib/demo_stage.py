@@ -22,11 +22,12 @@ class Stage:
     # Points to scroll at: over the witness in the left band, outside of every
     # band, and in the right band.
     left_band, outside, right_band = (12, 670), (640, 670), (1267, 670)
-    bottom_band = (640, 755)
+    bottom_band, beside_right_band = (640, 755), (1215, 670)
 
     def __init__(self, desktop: PrivateDesktop, program, pictures: pathlib.Path):
         self.desktop = desktop
         self.view = ShellView(desktop)
+        self._program = program
         self._quillon = desktop.start("quillon", [program])
         self._pictures = pictures
         self._taken = 0
@@ -49,6 +50,12 @@ class Stage:
             self.go_to(self.left_band)
             return self.wheel_is("taken")
         self.expect(takes_the_wheel, "Quillon runs, and takes the wheel in the left band", 10)
+
+    def start_again(self) -> None:
+        """With what has been written into its settings since."""
+        self.desktop.end(self._quillon)
+        self._quillon = self.desktop.start("quillon-again", [self._program])
+        self._wait_for_quillon()
 
     def say(self, text: str = "") -> None:
         """For the reader of the output, and for the one who watches."""
@@ -86,15 +93,20 @@ class Stage:
         return self.desktop.run(sys.executable, PROBE).strip() == state
 
     def turn_wheel(self, direction: str, notches: int) -> int:
-        """Scrolls at the pointer; answers how many wheel events reached the witness meanwhile.
-
-        A click of an unused button follows the notches: when the witness has that, whatever else
-        was on its way to it has arrived."""
-        before, fences = self._received(4, 5, 6, 7), self._received(FENCE)
+        """Scrolls at the pointer; answers how many wheel events reached the witness meanwhile."""
+        before = self.received(4, 5, 6, 7)
         self.desktop.scroll(direction, notches, HAND)
+        return self.received(4, 5, 6, 7) - before
+
+    def received(self, *buttons) -> int:
+        """How many presses of these the witness has got. The pointer must be over it.
+
+        A click of an unused button asks: when the witness has that, whatever else was on its way
+        to it has arrived."""
+        fences = self._received(FENCE)
         self.desktop.run("xdotool", "click", FENCE)
         wait_until(lambda: self._received(FENCE) > fences, "the client's next event")
-        return self._received(4, 5, 6, 7) - before
+        return self._received(*buttons)
 
     def _received(self, *buttons) -> int:
         presses = re.findall(r"^ButtonPress event.*?button (\d+)", self.desktop.log("A client"),
