@@ -31,6 +31,8 @@ WindowsFixture::WindowsFixture(const std::string& resources, const std::string& 
     if (std::system(command.c_str()) != 0) {
         throw std::runtime_error(command);
     }
+    // Without an address the toolkit would have a bus launched, and so depend on the machine.
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
     application = std::make_unique<QApplication>(argc_, argv_.data());
     QApplication::setQuitOnLastWindowClosed(false);
     following_ = X11Connection::open();
