@@ -46,12 +46,16 @@ std::optional<Image> iconImage(const Images& images) {
 std::weak_ptr<AppDelegate> AppDelegate::shared_;
 
 std::shared_ptr<AppDelegate> AppDelegate::create(Platform& platform,
-                                                 std::function<void()> startToolHub) {
-    return std::shared_ptr<AppDelegate>(new AppDelegate(platform, std::move(startToolHub)));
+                                                 std::function<void()> startToolHub,
+                                                 std::function<void()> endToolHub) {
+    return std::shared_ptr<AppDelegate>(
+        new AppDelegate(platform, std::move(startToolHub), std::move(endToolHub)));
 }
 
-AppDelegate::AppDelegate(Platform& platform, std::function<void()> startToolHub)
-    : platform_(platform), startToolHub_(std::move(startToolHub)) {}
+AppDelegate::AppDelegate(Platform& platform, std::function<void()> startToolHub,
+                         std::function<void()> endToolHub)
+    : platform_(platform), startToolHub_(std::move(startToolHub)),
+      endToolHub_(std::move(endToolHub)) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     shared_ = weak_from_this();
@@ -63,9 +67,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     createPopover();
     watchForOutsideClicks();
     updaterController();
-    if (startToolHub_) {
-        startToolHub_();
-    }
+    startToolHub_();
     platform_.diagnostics.line("✅ Setup complete! Look for the icon in your menu bar.");
 }
 
@@ -189,6 +191,8 @@ void AppDelegate::applicationDidBecomeActive() {
 }
 
 bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() { return false; }
+
+void AppDelegate::applicationWillTerminate() { endToolHub_(); }
 
 std::optional<std::string> AppDelegate::feedURLStringForUpdater() { return std::nullopt; }
 

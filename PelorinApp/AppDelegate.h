@@ -20,9 +20,11 @@ class AppDelegate final : public ApplicationDelegate,
                           public UpdaterDelegate,
                           public std::enable_shared_from_this<AppDelegate> {
   public:
-    /// `startToolHub` is the last step of the launch: it brings up the tools.
+    /// `startToolHub` is the last step of the launch: it brings up the tools. `endToolHub` is
+    /// called when the program ends, also when the launch did not get so far.
     static std::shared_ptr<AppDelegate> create(Platform& platform,
-                                               std::function<void()> startToolHub);
+                                               std::function<void()> startToolHub,
+                                               std::function<void()> endToolHub);
 
     /// Any thread. Shows the output volume (percent, nominally 0…100) in the running delegate's
     /// status item, soon; without one nothing happens.
@@ -32,6 +34,7 @@ class AppDelegate final : public ApplicationDelegate,
     void applicationDidBecomeActive() override;
     [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed() override;
     void applicationShouldHandleReopen() override;
+    void applicationWillTerminate() override;
     [[nodiscard]] std::optional<std::string> feedURLStringForUpdater() override;
 
     // What the button and the menu send.
@@ -46,7 +49,8 @@ class AppDelegate final : public ApplicationDelegate,
     void showContextMenu();
 
   private:
-    AppDelegate(Platform& platform, std::function<void()> startToolHub);
+    AppDelegate(Platform& platform, std::function<void()> startToolHub,
+                std::function<void()> endToolHub);
 
     // AppDelegate.cpp: launch, icon and button
     [[nodiscard]] bool createStatusItem();
@@ -87,6 +91,7 @@ class AppDelegate final : public ApplicationDelegate,
 
     Platform& platform_;
     std::function<void()> startToolHub_;
+    std::function<void()> endToolHub_;
 
     std::shared_ptr<StatusItem> statusBarItem_;
     std::unique_ptr<Popover> popover_;

@@ -1,51 +1,54 @@
 #include "PelorinAppApp.h"
 
-#include "Tools/Edges/ScrollReverseManager.h"
-#include "Tools/Edges/Tool4EdgesManager.h"
-#include "Tools/Edges/VolumeControlManager.h"
-#include "Tools/Pointer/MediaControlManager.h"
-#include "Tools/Pointer/WindowSwitcherManager.h"
+#include "Hub/HubToolStore.h"
+#include "Hub/ToolMigrationService.h"
 
-#include <utility>
-#include <vector>
+#include <array>
 
 namespace quillon {
 
-PelorinAppApp::PelorinAppApp() : delegate_(AppDelegate::create(Platform::current(), nullptr)) {
-    Platform& platform = Platform::current();
-    platform.application.setDelegate(delegate_);
+namespace {
 
-    // The tools run whether or not the shell finds a place on the screen.
-    std::vector<EdgeToolManager*> edgeTools{&Tool4EdgesManager::shared(),
-                                            &VolumeControlManager::shared(),
-                                            &MediaControlManager::shared()};
-    VolumeControlManager::shared().setLevelReport(&AppDelegate::showVolumeLevel);
-    // While these are off they look for permission every two seconds, for good: they are made when
-    // wanted.
-    if (WindowSwitcherManager::isStoredAsEnabled(platform)) {
-        windowSwitcher_ = &WindowSwitcherManager::shared();
-        edgeTools.push_back(windowSwitcher_);
+/// Whoever demands all input back gets it, until the next start.
+void switchToolsOff() {
+    ToolManagers& managers = sharedToolManagers();
+    for (EdgeToolManager* tool :
+         std::array<EdgeToolManager*, 4>{&managers.windowSwitcher(), &managers.mediaControl(),
+                                         &managers.volumeControl(), &managers.desktopSwitcher()}) {
+        tool->switchOffForNow();
     }
-    ScrollReverseManager* scrollReverse = nullptr;
-    if (ScrollReverseManager::isStoredAsReversing(platform)) {
-        scrollReverse = &ScrollReverseManager::shared();
-        scrollReverse->setIsEnabled(true);
-    }
-    platform.events.setPanicHandler([edgeTools = std::move(edgeTools), scrollReverse] {
-        for (EdgeToolManager* tool : edgeTools) {
-            tool->switchOffForNow();
-        }
-        if (scrollReverse != nullptr) {
-            scrollReverse->setIsEnabled(false);
-        }
-    });
+    managers.scrollReverse().setIsEnabled(false);
+}
+
+} // namespace
+
+PelorinAppApp::PelorinAppApp()
+    : platform_(Platform::current()), delegate_(AppDelegate::create(
+                                          platform_, [this] { startToolHub(); },
+                                          [this] {
+                                              if (isHubStarted_) {
+                                                  HubToolStore::shared().end();
+                                              }
+                                          })) {
+    platform_.application.setDelegate(delegate_);
 }
 
 PelorinAppApp::~PelorinAppApp() {
-    if (windowSwitcher_ != nullptr) {
+    if (isHubStarted_) {
         // Its thread calls into what ends with the platform.
         ThreeFingerTouchMonitor::shared()->stop();
     }
+}
+
+void PelorinAppApp::startToolHub() {
+    isHubStarted_ = true;
+    HubToolStore& store = HubToolStore::shared();
+    VolumeControlManager::shared().setLevelReport(&AppDelegate::showVolumeLevel);
+    platform_.events.setPanicHandler(&switchToolsOff);
+    ToolMigrationService::shared().migrate();
+    store.seedBuiltInTools();
+    store.applyModuleStates();
+    platform_.runLoop.async([&store] { store.refreshCatalog(); });
 }
 
 } // namespace quillon

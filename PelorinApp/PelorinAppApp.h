@@ -6,10 +6,8 @@
 
 namespace quillon {
 
-class WindowSwitcherManager;
-
-/// The application's entry: gives the system its one delegate. It has no window of its own; what
-/// the user sees hangs on the status item.
+/// The application's entry: gives the system its one delegate, and the delegate its tool hub. It
+/// has no window of its own; what the user sees hangs on the status item.
 class PelorinAppApp {
   public:
     /// On the current platform, which will call the delegate when it is ready.
@@ -19,8 +17,11 @@ class PelorinAppApp {
     PelorinAppApp& operator=(const PelorinAppApp&) = delete;
 
   private:
+    void startToolHub();
+
+    Platform& platform_;
     std::shared_ptr<AppDelegate> delegate_;
-    WindowSwitcherManager* windowSwitcher_ = nullptr; // where it is on
+    bool isHubStarted_ = false;
 };
 
 } // namespace quillon

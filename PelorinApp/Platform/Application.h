@@ -23,6 +23,9 @@ class ApplicationDelegate {
 
     /// The user has started the program that is running already.
     virtual void applicationShouldHandleReopen() = 0;
+
+    /// The program is about to end: what is not yet on the disk can still get there.
+    virtual void applicationWillTerminate() = 0;
 };
 
 /// The process as the system sees it. Main thread only.

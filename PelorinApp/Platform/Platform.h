@@ -13,6 +13,7 @@
 #include "Platform/DynamicLibraries.h"
 #include "Platform/EventMonitors.h"
 #include "Platform/EventServices.h"
+#include "Platform/FileManager.h"
 #include "Platform/Images.h"
 #include "Platform/LoginItem.h"
 #include "Platform/Menu.h"
@@ -21,6 +22,7 @@
 #include "Platform/ScriptingService.h"
 #include "Platform/StatusBar.h"
 #include "Platform/Updater.h"
+#include "Platform/UrlSession.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"
@@ -44,6 +46,8 @@ struct Platform {
     AccessibilityElements& accessibilityElements;
     DynamicLibraries& libraries;
     AudioHardware& audio;
+    UrlSession& urls;
+    FileManager& files;
 
     // What people see.
     Application& application;

@@ -2,11 +2,6 @@
 
 #include "Replay/NearestWord.h"
 #include "Replay/StatementReader.h"
-#include "Tools/Edges/ScrollReverseManager.h"
-#include "Tools/Edges/Tool4EdgesManager.h"
-#include "Tools/Edges/VolumeControlManager.h"
-#include "Tools/Pointer/MediaControlManager.h"
-#include "Tools/Pointer/WindowSwitcherManager.h"
 
 #include <QMetaProperty>
 #include <QVariant>
@@ -14,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 namespace quillon {
 
@@ -22,85 +18,23 @@ namespace {
 struct ReplayTool {
     std::string_view id;
     const QMetaObject* managerClass;
-    std::shared_ptr<QObject> (*create)(Platform&);
-    void (*activate)(QObject&);
-    void (*deactivate)(QObject&, bool partnerIsOn);
-    std::string_view partner = {}; // the other tool that the manager serves
+    QObject& (*manager)(ToolManagers&);
 };
 
-template <class Manager>
-std::shared_ptr<QObject> create(Platform& platform) {
-    return Manager::create(platform);
-}
-
-void activate(QObject& object) {
-    auto& manager = static_cast<EdgeToolManager&>(object);
-    manager.setIsEnabled(true);
-    manager.restartIfNeeded(false);
-}
-
-/// Its switching on starts it, and says so, also when there is nothing to restart.
-void activateMediaControl(QObject& object) {
-    static_cast<MediaControlManager&>(object).setIsEnabled(true);
-}
-
-void switchScrollReverse(ScrollReverseManager& manager, bool on) {
-    manager.setIsEnabled(on);
-    if (on) {
-        manager.startMonitoring();
-    } else {
-        manager.stopMonitoring();
-    }
-}
-
-void activateScrollReverse(QObject& object) {
-    switchScrollReverse(static_cast<ScrollReverseManager&>(object), true);
-}
-
-void deactivateScrollReverse(QObject& object, bool /*partnerIsOn*/) {
-    switchScrollReverse(static_cast<ScrollReverseManager&>(object), false);
-}
-
-void disable(QObject& object, bool /*partnerIsOn*/) {
-    static_cast<EdgeToolManager&>(object).setIsEnabled(false);
-}
-
-/// Switches the manager off unless it still serves the other tool.
-void leaveToPartner(QObject& object, bool partnerIsOn) {
-    auto& manager = static_cast<EdgeToolManager&>(object);
-    if (partnerIsOn) {
-        manager.restartIfNeeded(true);
-    } else {
-        manager.setIsEnabled(false);
-    }
-}
-
-void activateThreeFingerPress(QObject& object) {
-    auto& manager = static_cast<WindowSwitcherManager&>(object);
-    manager.setThreeFingerGestureEnabled(true);
-    manager.setIsEnabled(true);
-    manager.restartIfNeeded(true);
-}
-
-void deactivateThreeFingerPress(QObject& object, bool partnerIsOn) {
-    static_cast<WindowSwitcherManager&>(object).setThreeFingerGestureEnabled(false);
-    leaveToPartner(object, partnerIsOn);
-}
+QObject& windowSwitcher(ToolManagers& managers) { return managers.windowSwitcher(); }
 
 constexpr std::array tools{
     ReplayTool{Tool4EdgesManager::toolId, &Tool4EdgesManager::staticMetaObject,
-               create<Tool4EdgesManager>, activate, disable},
+               [](ToolManagers& managers) -> QObject& { return managers.desktopSwitcher(); }},
     ReplayTool{WindowSwitcherManager::toolId, &WindowSwitcherManager::staticMetaObject,
-               create<WindowSwitcherManager>, activate, leaveToPartner, ThreeFingerPress::toolId},
-    ReplayTool{ThreeFingerPress::toolId, &WindowSwitcherManager::staticMetaObject,
-               create<WindowSwitcherManager>, activateThreeFingerPress, deactivateThreeFingerPress,
-               WindowSwitcherManager::toolId},
+               windowSwitcher},
+    ReplayTool{ThreeFingerPress::toolId, &WindowSwitcherManager::staticMetaObject, windowSwitcher},
     ReplayTool{VolumeControlManager::toolId, &VolumeControlManager::staticMetaObject,
-               create<VolumeControlManager>, activate, disable},
+               [](ToolManagers& managers) -> QObject& { return managers.volumeControl(); }},
     ReplayTool{MediaControlManager::toolId, &MediaControlManager::staticMetaObject,
-               create<MediaControlManager>, activateMediaControl, disable},
+               [](ToolManagers& managers) -> QObject& { return managers.mediaControl(); }},
     ReplayTool{ScrollReverseManager::toolId, &ScrollReverseManager::staticMetaObject,
-               create<ScrollReverseManager>, activateScrollReverse, deactivateScrollReverse},
+               [](ToolManagers& managers) -> QObject& { return managers.scrollReverse(); }},
 };
 
 static_assert(std::ranges::all_of(toolIds, [](std::string_view id) {
@@ -203,36 +137,31 @@ std::optional<TraceError> checkProperties(const Trace& trace) {
     return std::move(check).error();
 }
 
-QObject& ReplayTools::manager(std::string_view id) {
-    const ReplayTool& tool = toolWithId(id);
-    for (const auto& [managerClass, manager] : managers_) {
-        if (managerClass == tool.managerClass) {
-            return *manager;
-        }
+ReplayTools::ReplayTools(Platform& platform, VolumeLevelReport levelReport)
+    : managers_(platform, std::move(levelReport)) {
+    for (auto& module :
+         hubToolModules(managers_, [this](std::string_view id) { return on_.contains(id); })) {
+        const std::string id = module.id;
+        modules_.emplace(id, std::move(module));
     }
-    const auto made = tool.create(platform_);
-    if (auto* volumeControl = qobject_cast<VolumeControlManager*>(made.get())) {
-        volumeControl->setLevelReport(levelReport_);
-    }
-    return *managers_.emplace_back(tool.managerClass, made).second;
 }
 
 void ReplayTools::switchTool(std::string_view id, bool on) {
-    const ReplayTool& tool = toolWithId(id);
+    const HubToolModule& module = modules_.find(id)->second;
     if (on) {
         on_.emplace(id);
-        tool.activate(manager(id));
+        module.activate();
     } else {
         if (const auto record = on_.find(id); record != on_.end()) {
             on_.erase(record);
         }
-        tool.deactivate(manager(id), on_.contains(tool.partner));
+        module.deactivate();
     }
 }
 
 void ReplayTools::setProperty(std::string_view id, std::string_view property,
                               const DefaultsObject& value) {
-    QObject& object = manager(id);
+    QObject& object = toolWithId(id).manager(managers_);
     const QMetaProperty published = publishedProperty(*object.metaObject(), property);
     published.write(&object, valueFor(published, value));
 }

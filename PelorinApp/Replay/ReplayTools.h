@@ -1,19 +1,16 @@
 #pragma once
 
+#include "Hub/HubToolModule.h"
+#include "Hub/OwnToolManagers.h"
 #include "Platform/Platform.h"
 #include "Replay/Trace.h"
-#include "Tools/Edges/VolumeStep.h"
 
-#include <memory>
+#include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
-
-class QObject;
-struct QMetaObject;
 
 namespace quillon {
 
@@ -22,12 +19,13 @@ namespace quillon {
 [[nodiscard]] std::optional<TraceError> checkProperties(const Trace& trace);
 
 /// The real managers of the tools of a trace, made when first needed. They are used as the hub
-/// uses them: through the operations of their modules and their published properties.
+/// uses them: through their modules and their published properties.
 class ReplayTools {
   public:
     /// `levelReport` is told each level that the volume tool sets.
-    ReplayTools(Platform& platform, VolumeLevelReport levelReport)
-        : platform_(platform), levelReport_(std::move(levelReport)) {}
+    ReplayTools(Platform& platform, VolumeLevelReport levelReport);
+    ReplayTools(const ReplayTools&) = delete;
+    ReplayTools& operator=(const ReplayTools&) = delete;
 
     /// Makes the tool's record one that is on or off, then calls the module's activate or
     /// deactivate.
@@ -35,13 +33,9 @@ class ReplayTools {
     void setProperty(std::string_view id, std::string_view property, const DefaultsObject& value);
 
   private:
-    QObject& manager(std::string_view id);
-
-    Platform& platform_;
-    VolumeLevelReport levelReport_;
+    OwnToolManagers managers_;
     std::set<std::string, std::less<>> on_; // as the records say
-    // By class, as one manager can serve two tools.
-    std::vector<std::pair<const QMetaObject*, std::shared_ptr<QObject>>> managers_;
+    std::map<std::string, HubToolModule, std::less<>> modules_;
 };
 
 } // namespace quillon

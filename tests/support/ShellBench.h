@@ -19,7 +19,8 @@ class ShellBench {
     ShellBench& operator=(const ShellBench&) = delete;
 
     void launch() {
-        delegate = AppDelegate::create(desktop.platform, [this] { act("hub", "start"); });
+        delegate = AppDelegate::create(
+            desktop.platform, [this] { act("hub", "start"); }, [this] { act("hub", "end"); });
         desktop.application.setDelegate(delegate);
         delegate->applicationDidFinishLaunching();
         desktop.runLoop.drain();

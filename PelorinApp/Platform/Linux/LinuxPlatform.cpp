@@ -79,6 +79,8 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
                 .accessibilityElements = windows_,
                 .libraries = libraries_,
                 .audio = audio_,
+                .urls = session.urls,
+                .files = session.files,
                 .application = application_,
                 .statusBar = statusBar_,
                 .images = images_,
@@ -121,12 +123,17 @@ int LinuxPlatform::run() {
     application_.finishLaunching();
     const int status = session_.runLoop.run();
     uponExit() = nullptr;
-    session_.userDefaults.flush();
+    saveAll();
     return status;
 }
 
-void LinuxPlatform::displayLost() {
+void LinuxPlatform::saveAll() {
+    application_.willTerminate();
     session_.userDefaults.flush();
+}
+
+void LinuxPlatform::displayLost() {
+    saveAll();
     if (X11Connection::open()) {
         startAgain();
         session_.diagnostics.line("❌ The X server closes the program's connections; ending");

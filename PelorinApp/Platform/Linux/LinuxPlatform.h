@@ -65,6 +65,7 @@ class LinuxPlatform {
     /// may have had a window of ours killed.
     [[noreturn]] void displayLost();
     void startAgain();
+    void saveAll();
     [[nodiscard]] std::uint32_t inputTime() const;
     [[nodiscard]] std::optional<PixelPoint> eventPlace() const;
 

@@ -46,6 +46,12 @@ void QtApplication::reopen() {
     }
 }
 
+void QtApplication::willTerminate() {
+    if (const auto delegate = delegate_.lock()) {
+        delegate->applicationWillTerminate();
+    }
+}
+
 void QtApplication::tellIfActive(Qt::ApplicationState state) {
     if (const auto delegate = delegate_.lock(); delegate && state == Qt::ApplicationActive) {
         delegate->applicationDidBecomeActive();

@@ -29,6 +29,9 @@ class QtApplication final : public Application {
     /// Somebody has started the program again.
     void reopen();
 
+    /// To be called when the program is about to end, at least once.
+    void willTerminate();
+
   private:
     void tellIfActive(Qt::ApplicationState state);
 

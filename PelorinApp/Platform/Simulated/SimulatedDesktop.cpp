@@ -46,6 +46,8 @@ SimulatedDesktop::SimulatedDesktop(const ActionSink& sink)
                                 .accessibilityElements = windows,
                                 .libraries = touchLibrary,
                                 .audio = audio,
+                                .urls = urls,
+                                .files = files,
                                 .application = application,
                                 .statusBar = statusBar,
                                 .images = images,

@@ -5,9 +5,11 @@
 #include "Platform/Simulated/SimulatedAudioHardware.h"
 #include "Platform/Simulated/SimulatedEventMonitors.h"
 #include "Platform/Simulated/SimulatedEventServices.h"
+#include "Platform/Simulated/SimulatedFileManager.h"
 #include "Platform/Simulated/SimulatedShell.h"
 #include "Platform/Simulated/SimulatedStatusBar.h"
 #include "Platform/Simulated/SimulatedTouchLibrary.h"
+#include "Platform/Simulated/SimulatedUrlSession.h"
 #include "Platform/Simulated/SimulatedUserDefaults.h"
 #include "Platform/Simulated/SimulatedWindows.h"
 #include "Platform/Simulated/VirtualRunLoop.h"
@@ -93,6 +95,8 @@ class SimulatedDesktop {
     SimulatedWindows windows;
     SimulatedTouchLibrary touchLibrary;
     SimulatedAudioHardware audio;
+    SimulatedUrlSession urls{runLoop};
+    SimulatedFileManager files;
     SimulatedApplication application;
     SimulatedStatusBar statusBar;
     SimulatedImages images;

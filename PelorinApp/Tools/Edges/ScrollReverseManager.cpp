@@ -43,10 +43,6 @@ std::shared_ptr<ScrollReverseManager> ScrollReverseManager::create(Platform& pla
     return makeManager<ScrollReverseManager>(platform);
 }
 
-bool ScrollReverseManager::isStoredAsReversing(Platform& platform) {
-    return load(platform, reverseTrackpadSetting) || load(platform, reverseMouseSetting);
-}
-
 ScrollReverseManager::ScrollReverseManager(Platform& platform)
     : platform_(platform), defaults_(platform.userDefaults.standard()),
       reverseTrackpad_(load(platform, reverseTrackpadSetting)),

@@ -31,9 +31,6 @@ class ScrollReverseManager final : public QObject,
     static ScrollReverseManager& shared();
     static std::shared_ptr<ScrollReverseManager> create(Platform& platform);
 
-    /// Whether an instance would have anything to flip.
-    [[nodiscard]] static bool isStoredAsReversing(Platform& platform);
-
     explicit ScrollReverseManager(Platform& platform);
     ~ScrollReverseManager() override;
 

@@ -73,11 +73,6 @@ std::shared_ptr<WindowSwitcherManager> WindowSwitcherManager::create(Platform& p
         platform, std::make_shared<ThreeFingerTouchMonitor>(platform.runLoop, platform.libraries));
 }
 
-bool WindowSwitcherManager::isStoredAsEnabled(Platform& platform) {
-    return boolForKey(openStore(platform.userDefaults), traits.isEnabled.key,
-                      traits.isEnabled.fallback, platform.diagnostics);
-}
-
 WindowSwitcherManager::WindowSwitcherManager(Platform& platform,
                                              std::shared_ptr<ThreeFingerTouchMonitor> monitor)
     : EdgeScrollManager(

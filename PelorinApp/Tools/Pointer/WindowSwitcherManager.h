@@ -36,9 +36,6 @@ class WindowSwitcherManager final : public EdgeScrollManager {
     static WindowSwitcherManager& shared();
     static std::shared_ptr<WindowSwitcherManager> create(Platform& platform);
 
-    /// What an instance would be at first.
-    [[nodiscard]] static bool isStoredAsEnabled(Platform& platform);
-
     WindowSwitcherManager(Platform& platform, std::shared_ptr<ThreeFingerTouchMonitor> monitor);
     ~WindowSwitcherManager() override { teardown(); }
 

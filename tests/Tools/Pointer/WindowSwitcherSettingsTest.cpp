@@ -53,12 +53,6 @@ TEST_F(WindowSwitcherSettings, AreReadFromTheSharedSuite) {
     EXPECT_EQ(manager->excludedAppNames(), (QStringList{"Mail", "Ärger"}));
 }
 
-TEST_F(WindowSwitcherSettings, SayWhetherAnInstanceWouldBeOn) {
-    EXPECT_FALSE(WindowSwitcherManager::isStoredAsEnabled(desktop.platform));
-    shared().set("WindowSwitcher_IsEnabled", true);
-    EXPECT_TRUE(WindowSwitcherManager::isStoredAsEnabled(desktop.platform));
-}
-
 TEST_F(WindowSwitcherSettings, FallBackToTheStandardStore) {
     desktop.userDefaults.refuseSuite(suite);
     store("WindowSwitcher_LeftEdge", true);

@@ -16,18 +16,22 @@ std::filesystem::path absoluteFromEnvironment(const char* name) {
     return path.is_absolute() ? path : std::filesystem::path();
 }
 
-} // namespace
-
-std::filesystem::path configHome() {
-    if (auto folder = absoluteFromEnvironment("XDG_CONFIG_HOME"); !folder.empty()) {
+std::filesystem::path baseFolder(const char* variable, const char* withinHome) {
+    if (auto folder = absoluteFromEnvironment(variable); !folder.empty()) {
         return folder;
     }
     if (auto home = absoluteFromEnvironment("HOME"); !home.empty()) {
-        return home / ".config";
+        return home / withinHome;
     }
     const passwd* user = getpwuid(getuid());
-    return std::filesystem::path(user == nullptr ? "/" : user->pw_dir) / ".config";
+    return std::filesystem::path(user == nullptr ? "/" : user->pw_dir) / withinHome;
 }
+
+} // namespace
+
+std::filesystem::path configHome() { return baseFolder("XDG_CONFIG_HOME", ".config"); }
+
+std::filesystem::path dataHome() { return baseFolder("XDG_DATA_HOME", ".local/share"); }
 
 std::vector<std::filesystem::path> systemConfigFolders() {
     const char* value = std::getenv("XDG_CONFIG_DIRS");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Linux/files/LinuxFileManager.h"
+#include "Platform/Linux/http/CurlUrlSession.h"
 #include "Platform/Linux/session/ConfigHome.h"
 #include "Platform/Linux/session/FileBundle.h"
 #include "Platform/Linux/session/FileUserDefaults.h"
@@ -18,6 +20,8 @@ struct LinuxSession {
     StandardOutput diagnostics;
     FileBundle bundle{diagnostics};
     QtRunLoop runLoop;
+    LinuxFileManager files;
+    CurlUrlSession urls{runLoop, "Quillon/" + bundle.infoString("version").value_or("0")};
     FileUserDefaultsStores userDefaults{configHome(), bundle.identifier(), runLoop, diagnostics};
 };
 

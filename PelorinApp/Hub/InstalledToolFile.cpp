@@ -1,0 +1,90 @@
+#include "Hub/InstalledToolFile.h"
+
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+constexpr const char* fileName = InstalledToolFile::fileName;
+
+/// A name beside the file's that nothing has yet.
+std::string freeDamagedName(Folder& folder) {
+    constexpr int mostKept = 1000;
+    const std::string name = std::string(fileName) + ".damaged";
+    std::string free = name;
+    for (int i = 2; i <= mostKept && folder.exists(free); ++i) {
+        free = name + "-" + std::to_string(i);
+    }
+    return free;
+}
+
+} // namespace
+
+struct InstalledToolFile::Writing {
+    FileManager& files;
+    Diagnostics& diagnostics;
+    std::filesystem::path folder;
+    bool isDamaged = false; // what is there now is to be kept
+    bool isWritten = true;  // the last that was saved
+
+    void write(const std::string& document) {
+        const auto failure = tryToWrite(document);
+        isWritten = !failure;
+        if (failure) {
+            diagnostics.line("Failed to persist install metadata: " + failure->description);
+        }
+    }
+
+    std::optional<FileError> tryToWrite(const std::string& document) {
+        auto opened = files.makeFolder(folder);
+        if (const auto* error = std::get_if<FileError>(&opened)) {
+            return *error;
+        }
+        Folder& place = *std::get<std::unique_ptr<Folder>>(opened);
+        if (isDamaged && place.exists(fileName)) {
+            if (auto error = place.keep(fileName, freeDamagedName(place))) {
+                return error;
+            }
+        }
+        isDamaged = false;
+        return place.write(fileName, document);
+    }
+};
+
+InstalledToolFile::InstalledToolFile(const HubServices& services,
+                                     std::shared_ptr<SerialQueue> queue)
+    : folder_(services.supportFolder().value_or(
+          services.folderWithin(services.files.temporaryDirectory()))),
+      queue_(std::move(queue)),
+      writing_(std::make_shared<Writing>(Writing{services.files, services.diagnostics, folder_})) {
+    [[maybe_unused]] const auto made = services.files.makeFolder(folder_);
+}
+
+InstalledToolFile::~InstalledToolFile() { flush(); }
+
+InstalledTools InstalledToolFile::load() {
+    auto opened = writing_->files.openFolder(folder_);
+    auto* folder = std::get_if<std::unique_ptr<Folder>>(&opened);
+    if (folder == nullptr || !(*folder)->exists(fileName)) {
+        return {};
+    }
+    const auto document = (*folder)->read(fileName, largestFile);
+    const auto* text = std::get_if<std::string>(&document);
+    auto records = text == nullptr ? std::nullopt : decodeRecords(*text);
+    writing_->isDamaged = !records;
+    return records ? std::move(*records) : InstalledTools();
+}
+
+void InstalledToolFile::save(const InstalledTools& records) {
+    queue_->async(
+        [writing = writing_, document = encodeRecords(records)] { writing->write(document); });
+}
+
+bool InstalledToolFile::flush() {
+    bool isWritten = false;
+    queue_->sync([&] { isWritten = writing_->isWritten; });
+    return isWritten;
+}
+
+} // namespace quillon
