@@ -184,7 +184,7 @@ void ModuleInstaller::uninstall(std::string_view toolId, std::function<void(File
                          ? std::optional(std::get<FileError>(root))
                          : std::get<OpenFolder>(root)->remove(id);
         if (error) {
-            services.runLoop.async([failed, error = std::move(*error)] { failed(error); });
+            failed(std::move(*error));
         }
     });
 }

@@ -48,8 +48,7 @@ class ModuleInstaller {
     void install(const ToolCatalogItem& item, Completion completion);
 
     /// Removes the tool's folder, behind what is under way; one that is not there is no error.
-    /// `failed` is called on the main thread, after this call has returned, if it cannot be
-    /// removed.
+    /// `failed` is called on the queue if it cannot be removed.
     void uninstall(std::string_view toolId, std::function<void(FileError)> failed);
 
   private:

@@ -53,6 +53,11 @@ def resident_memory(pid: int) -> int:
     return 1024 * int(status(pid, "VmRSS").split()[0])
 
 
+def peak_memory(pid: int) -> int:
+    """Bytes that it has had in memory at most, shared or not."""
+    return 1024 * int(status(pid, "VmHWM").split()[0])
+
+
 def wakeups(pid: int) -> int:
     """How often its threads have gone on after waiting."""
     total = 0

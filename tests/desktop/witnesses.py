@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import time
@@ -225,7 +226,8 @@ class DesktopHistory:
 
 
 def write_settings(desktop, settings: dict) -> pathlib.Path:
-    """Makes these the only stored settings."""
+    """Makes these the only stored settings of a user who has not started the program before."""
+    shutil.rmtree(desktop.home / ".local/share/com.pelorin.PelorinApp", ignore_errors=True)
     path = desktop.config / "com.pelorin.PelorinApp/defaults.json"
     path.parent.mkdir(parents=True, exist_ok=True)
     path.write_text(json.dumps(settings))
