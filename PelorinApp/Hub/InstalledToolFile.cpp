@@ -8,15 +8,21 @@ namespace {
 
 constexpr const char* fileName = InstalledToolFile::fileName;
 
-/// A name beside the file's that nothing has yet.
-std::string freeDamagedName(Folder& folder) {
+/// Keeps the file that is there under a name beside it that nothing has yet.
+std::optional<FileError> keepDamaged(Folder& folder) {
     constexpr int mostKept = 1000;
     const std::string name = std::string(fileName) + ".damaged";
     std::string free = name;
-    for (int i = 2; i <= mostKept && folder.exists(free); ++i) {
-        free = name + "-" + std::to_string(i);
+    for (int i = 2; i <= mostKept; free = name + "-" + std::to_string(i++)) {
+        if (folder.exists(free)) {
+            continue;
+        }
+        auto error = folder.keep(fileName, free);
+        if (!error || !folder.exists(free)) { // else somebody was faster
+            return error;
+        }
     }
-    return free;
+    return FileError{"too many damaged files are kept as " + name};
 }
 
 } // namespace
@@ -43,7 +49,7 @@ struct InstalledToolFile::Writing {
         }
         Folder& place = *std::get<std::unique_ptr<Folder>>(opened);
         if (isDamaged && place.exists(fileName)) {
-            if (auto error = place.keep(fileName, freeDamagedName(place))) {
+            if (auto error = keepDamaged(place)) {
                 return error;
             }
         }

@@ -50,8 +50,8 @@ class Folder {
     [[nodiscard]] virtual std::optional<FileError> rename(std::string_view name,
                                                           std::string_view newName) = 0;
 
-    /// Gives what has the name a second one, `keptName`, in the place of a file or link that had
-    /// that. Where there cannot be two names it loses the first.
+    /// Keeps what has the name under a second one, `keptName`, which nothing must have yet. Where
+    /// there cannot be two names a copy is kept; what cannot be copied loses the first.
     [[nodiscard]] virtual std::optional<FileError> keep(std::string_view name,
                                                         std::string_view keptName) = 0;
 

@@ -59,7 +59,8 @@ class SimulatedFileManager::SimulatedFolder final : public Folder {
 
     [[nodiscard]] std::optional<FileError> keep(std::string_view name,
                                                 std::string_view keptName) override {
-        return copy(name, keptName, false);
+        return exists(keptName) ? FileError{"there is " + (path_ / keptName).string() + " already"}
+                                : copy(name, keptName, false);
     }
 
     [[nodiscard]] std::optional<FileError> remove(std::string_view name) override {

@@ -1,12 +1,14 @@
 #include "Platform/Linux/files/LinuxFileManager.h"
 
+#include "Platform/Linux/files/FileErrors.h"
 #include "Platform/Linux/files/OpenFolder.h"
 #include "Platform/Linux/session/AtomicFile.h"
 #include "Platform/Linux/session/ConfigHome.h"
+#include "Platform/Linux/session/FolderCalls.h"
 
 #include <cerrno>
-#include <fcntl.h>
 #include <system_error>
+#include <utility>
 
 namespace quillon {
 
@@ -23,16 +25,16 @@ std::filesystem::path LinuxFileManager::temporaryDirectory() {
 FileResult<std::unique_ptr<Folder>>
 LinuxFileManager::makeFolder(const std::filesystem::path& path) {
     if (auto failure = makeFolders(path)) {
-        return FileError{std::move(*failure)};
+        return fileError(std::move(*failure));
     }
     return openFolder(path);
 }
 
 FileResult<std::unique_ptr<Folder>>
 LinuxFileManager::openFolder(const std::filesystem::path& path) {
-    FileDescriptor opened(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    FileDescriptor opened = openedFolder(path);
     if (!opened.isOpen()) {
-        return FileError{systemError("cannot open the folder " + path.string(), errno)};
+        return fileError("cannot open the folder", path, errno);
     }
     return std::make_unique<OpenFolder>(std::move(opened), path);
 }

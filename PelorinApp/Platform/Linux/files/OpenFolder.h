@@ -27,6 +27,10 @@ class OpenFolder final : public Folder {
     [[nodiscard]] std::optional<FileError> remove(std::string_view name) override;
 
   private:
+    [[nodiscard]] std::optional<FileError> keepWithoutLink(std::string_view name,
+                                                           std::string_view keptName);
+    [[nodiscard]] std::optional<FileError> synchronise();
+
     FileDescriptor folder_;
     std::filesystem::path path_;
 };

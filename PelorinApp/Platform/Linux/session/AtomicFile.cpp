@@ -1,10 +1,12 @@
 #include "Platform/Linux/session/AtomicFile.h"
 
-#include "Platform/Linux/session/FileDescriptor.h"
+#include "Platform/Linux/session/FolderCalls.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdlib>
+#include <climits>
 #include <fcntl.h>
+#include <random>
 #include <sys/stat.h>
 #include <system_error>
 
@@ -13,22 +15,48 @@ namespace quillon {
 namespace {
 
 constexpr std::string_view temporaryMark = ".tmp-";
-constexpr std::string_view uniquePart = "XXXXXX";
+constexpr std::size_t uniqueLength = 6;
 
-int retried(auto&& call) {
-    int result = 0;
-    do {
-        result = call();
-    } while (result < 0 && errno == EINTR);
-    return result;
+/// How the names of a file's temporaries begin. That of a long name is cut, or they would be no
+/// names any more.
+std::string temporaryPrefix(const std::string& name) {
+    constexpr std::size_t longest = NAME_MAX - temporaryMark.size() - uniqueLength;
+    return name.substr(0, longest) + std::string(temporaryMark);
+}
+
+std::string uniquePart() {
+    constexpr std::string_view letters =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+    std::random_device random;
+    std::uniform_int_distribution<std::size_t> any(0, letters.size() - 1);
+    std::string unique(uniqueLength, ' ');
+    std::ranges::generate(unique, [&] { return letters[any(random)]; });
+    return unique;
+}
+
+/// Locks a file until it is closed, or its process ends: false with errno. The lock belongs to the
+/// open file, so that it also tells threads of one process apart.
+bool lock(const FileDescriptor& file) {
+    struct flock whole {};
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    return ::fcntl(file.get(), F_OFD_SETLK, &whole) == 0;
+}
+
+/// Whether somebody takes, or has taken, a file that was just made for an abandoned one. Locks it
+/// if not, where there are locks.
+bool isTakenForAbandoned(const FileDescriptor& file) {
+    if (!lock(file) && (errno == EAGAIN || errno == EACCES)) {
+        return true;
+    }
+    struct stat info {};
+    return ::fstat(file.get(), &info) == 0 && info.st_nlink == 0;
 }
 
 bool writeAll(int fd, std::string_view content) {
     while (!content.empty()) {
-        const ssize_t written = ::write(fd, content.data(), content.size());
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
+        const ssize_t written =
+            retried([&] { return ::write(fd, content.data(), content.size()); });
         if (written <= 0) {
             return false;
         }
@@ -37,19 +65,10 @@ bool writeAll(int fd, std::string_view content) {
     return true;
 }
 
-/// A name is on the disk only when its folder is.
-bool syncFolder(const std::filesystem::path& folder) {
-    const FileDescriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!opened.isOpen()) {
-        return errno == EACCES; // a folder that may be written but not read cannot be synchronised
-    }
-    // Some file systems do not know it for folders.
-    return retried([&] { return ::fsync(opened.get()); }) == 0 || errno == EINVAL;
-}
-
-void copyAttributes(const std::filesystem::path& from, int to) {
+void copyAttributes(int folder, const std::string& from, int to) {
     struct stat replaced {};
-    if (::stat(from.c_str(), &replaced) != 0 || !S_ISREG(replaced.st_mode)) {
+    if (::fstatat(folder, from.c_str(), &replaced, AT_SYMLINK_NOFOLLOW) != 0 ||
+        !S_ISREG(replaced.st_mode)) {
         return;
     }
     // The owner differs when an administrator runs the program for a user, and nobody else may
@@ -63,7 +82,8 @@ void copyAttributes(const std::filesystem::path& from, int to) {
 /// 0 when the folder is there afterwards, else the error.
 int makeFolder(const std::filesystem::path& folder) {
     if (::mkdir(folder.c_str(), 0700) == 0) {
-        syncFolder(folder.parent_path());
+        const FileDescriptor parent = openedFolder(folder.parent_path());
+        [[maybe_unused]] const bool synchronised = parent.isOpen() && syncFolder(parent.get());
         return 0;
     }
     const int error = errno;
@@ -75,45 +95,85 @@ int makeFolder(const std::filesystem::path& folder) {
 
 AtomicFile::~AtomicFile() {
     if (!temporary_.empty()) {
-        ::unlink(temporary_.c_str());
+        ::unlinkat(folder_, temporary_.c_str(), 0);
     }
 }
 
+bool AtomicFile::makeTemporary() {
+    constexpr int mostTries = 100;
+    const std::string prefix = temporaryPrefix(name());
+    for (int i = 0; i < mostTries; ++i) {
+        std::string made = prefix + uniquePart();
+        FileDescriptor file(retried([&] {
+            return ::openat(folder_, made.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        }));
+        if (!file.isOpen() && errno != EEXIST) {
+            return false;
+        }
+        if (file.isOpen() && !isTakenForAbandoned(file)) {
+            file_ = std::move(file);
+            temporary_ = std::move(made);
+            return true;
+        }
+    }
+    errno = EEXIST;
+    return false;
+}
+
 std::optional<std::string> AtomicFile::write(std::string_view content) {
-    std::string name = path_.string();
-    name += temporaryMark;
-    name += uniquePart;
-    const FileDescriptor file(::mkostemp(name.data(), O_CLOEXEC));
-    if (!file.isOpen()) {
+    if (folder_ < 0) {
+        ownFolder_ = openedFolder(path_.parent_path());
+        folder_ = ownFolder_.get();
+    }
+    if (folder_ < 0 || !makeTemporary()) {
         return systemError("cannot make a file in " + path_.parent_path().string(), errno);
     }
-    temporary_ = name;
-    copyAttributes(path_, file.get());
-    if (!writeAll(file.get(), content) || retried([&] { return ::fsync(file.get()); }) != 0) {
-        return systemError("cannot write " + temporary_, errno);
+    copyAttributes(folder_, name(), file_.get());
+    if (!writeAll(file_.get(), content) || retried([&] { return ::fsync(file_.get()); }) != 0) {
+        return systemError("cannot write " + path_.string(), errno);
     }
     return std::nullopt;
 }
 
 std::optional<std::string> AtomicFile::commit() {
-    if (::rename(temporary_.c_str(), path_.c_str()) != 0) {
+    return committed(::renameat(folder_, temporary_.c_str(), folder_, name().c_str()) == 0);
+}
+
+std::optional<std::string> AtomicFile::commitWithoutReplacing() {
+    return committed(renameWithoutReplacing(folder_, temporary_, name()));
+}
+
+std::optional<std::string> AtomicFile::committed(bool renamed) {
+    if (!renamed) {
         return systemError("cannot replace " + path_.string(), errno);
     }
     temporary_.clear();
-    if (!syncFolder(path_.parent_path())) {
+    file_ = FileDescriptor();
+    if (!syncFolder(folder_)) {
         return systemError("cannot synchronise " + path_.parent_path().string(), errno);
     }
     return std::nullopt;
 }
 
 void AtomicFile::removeAbandoned(const std::filesystem::path& path) {
-    const std::string prefix = path.filename().string() + std::string(temporaryMark);
-    std::error_code error;
-    std::filesystem::directory_iterator entry(path.parent_path(), error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (name.size() == prefix.size() + uniquePart.size() && name.starts_with(prefix)) {
-            ::unlink(entry->path().c_str());
+    if (const auto folder = openedFolder(path.parent_path()); folder.isOpen()) {
+        removeAbandoned(folder.get(), path.filename());
+    }
+}
+
+void AtomicFile::removeAbandoned(int folder, const std::string& name) {
+    const std::string prefix = temporaryPrefix(name);
+    FolderListing listing(folder);
+    while (const auto entry = listing.next()) {
+        if (entry->size() != prefix.size() + uniqueLength || !entry->starts_with(prefix)) {
+            continue;
+        }
+        const FileDescriptor file(::openat(
+            folder, entry->c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+        struct stat info {};
+        if (file.isOpen() && ::fstat(file.get(), &info) == 0 && S_ISREG(info.st_mode) &&
+            lock(file)) {
+            ::unlinkat(folder, entry->c_str(), 0);
         }
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Linux/session/FileDescriptor.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -15,6 +17,11 @@ namespace quillon {
 class AtomicFile {
   public:
     explicit AtomicFile(std::filesystem::path path) : path_(std::move(path)) {}
+
+    /// The entry of an open folder that has the last name of `path`, which otherwise is for
+    /// people. The folder must stay open.
+    AtomicFile(int folder, std::filesystem::path path) : path_(std::move(path)), folder_(folder) {}
+
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
     ~AtomicFile();
@@ -26,11 +33,23 @@ class AtomicFile {
     /// Puts it in place.
     [[nodiscard]] std::optional<std::string> commit();
 
-    /// Removes what writers of `path` that died left behind. Only for who holds the lock of it.
+    /// Puts it in place unless something has the name already.
+    [[nodiscard]] std::optional<std::string> commitWithoutReplacing();
+
+    /// Removes what writers of `path` that died left behind. What a living one writes is locked,
+    /// and stays; so does all of it where the file system has no locks.
     static void removeAbandoned(const std::filesystem::path& path);
+    static void removeAbandoned(int folder, const std::string& name);
 
   private:
+    [[nodiscard]] std::string name() const { return path_.filename(); }
+    [[nodiscard]] bool makeTemporary();
+    [[nodiscard]] std::optional<std::string> committed(bool renamed);
+
     std::filesystem::path path_;
+    FileDescriptor ownFolder_;
+    int folder_ = -1;
+    FileDescriptor file_; // the temporary one: while it is open it is locked
     std::string temporary_;
 };
 

@@ -3,11 +3,11 @@
 #include "Platform/Linux/session/AtomicFile.h"
 #include "Platform/Linux/session/FileDescriptor.h"
 #include "Platform/Linux/session/FileLock.h"
+#include "Platform/Linux/session/FolderCalls.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <utility>
@@ -137,15 +137,10 @@ bool renameAside(const std::filesystem::path& path) {
         if (i > 1) {
             aside += '-' + std::to_string(i);
         }
-        if (::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, aside.c_str(), RENAME_NOREPLACE) == 0) {
+        if (renameWithoutReplacing(AT_FDCWD, path.string(), aside)) {
             return true;
         }
-        if (errno == EINVAL || errno == ENOSYS) { // a file system that cannot do it in one step
-            struct stat info {};
-            if (::lstat(aside.c_str(), &info) != 0 && errno == ENOENT) {
-                return ::rename(path.c_str(), aside.c_str()) == 0;
-            }
-        } else if (errno != EEXIST) {
+        if (errno != EEXIST) {
             return false;
         }
     }

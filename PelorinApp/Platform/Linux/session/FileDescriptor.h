@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -27,9 +28,22 @@ class FileDescriptor {
     [[nodiscard]] int get() const { return fd_; }
     [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
 
+    /// Leaves it to the caller to close.
+    [[nodiscard]] int release() { return std::exchange(fd_, -1); }
+
   private:
     int fd_ = -1;
 };
+
+/// The result of a call to the system, made again as often as a signal interrupts it.
+template <class Call>
+[[nodiscard]] auto retried(const Call& call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
 
 /// What went wrong with a system call, in words.
 [[nodiscard]] inline std::string systemError(std::string_view what, int error) {

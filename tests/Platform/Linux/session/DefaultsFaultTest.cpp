@@ -286,12 +286,13 @@ TEST_F(DefaultsFaultTest, ContentIsOnTheDiskBeforeItsName) {
     failCall("none", 0);
     defaults.set("b", 2.0);
     settle();
-    EXPECT_EQ(Calls::made, (Lines{"flock", "write", "fsync file", "rename", "fsync folder"}));
+    EXPECT_EQ(Calls::made,
+              (Lines{"flock", "create", "write", "fsync file", "rename", "fsync folder"}));
 }
 
 TEST_F(DefaultsFaultTest, FailingCallsLeaveTheOldFile) {
     const std::vector<std::pair<std::string, int>> cases{
-        {"flock", EIO}, {"write", EIO}, {"fsync file", EIO}, {"rename", EBUSY}};
+        {"flock", EIO}, {"create", ENOSPC}, {"write", EIO}, {"fsync file", EIO}, {"rename", EBUSY}};
     for (const auto& [name, error] : cases) {
         SCOPED_TRACE(name);
         writeOld();

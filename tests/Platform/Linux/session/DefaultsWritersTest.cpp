@@ -88,7 +88,8 @@ TEST_F(DefaultsWritersTest, WriterThatDiesAtAnyStepLeavesACompleteFile) {
         EXPECT_EQ(writeOf("k0"), 2);
         EXPECT_EQ(temporaryFiles(), 0);
     }
-    EXPECT_EQ(step, 6); // lock, write, two synchronisations and a rename had their turn
+    // Lock, making, write, two synchronisations and a rename had their turn.
+    EXPECT_EQ(step, 7);
 }
 
 TEST_F(DefaultsWritersTest, WriterKilledBeforeAnyCallLeavesCompleteValues) {

@@ -2,8 +2,10 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdarg>
 #include <cstddef>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -50,6 +52,31 @@ int lockFile(int fd, int operation) noexcept {
     return static_cast<int>(callSystem({"flock", fd, {}}, SYS_flock, fd, operation));
 }
 
+int openat(int folder, const char* path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    return static_cast<int>(
+        (flags & O_CREAT) == 0
+            ? ::syscall(SYS_openat, folder, path, flags, mode)
+            : callSystem({"create", -1, {}}, SYS_openat, folder, path, flags, mode));
+}
+
+int mkdirat(int folder, const char* path, mode_t mode) noexcept {
+    return static_cast<int>(callSystem({"mkdir", -1, {}}, SYS_mkdirat, folder, path, mode));
+}
+
+int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept {
+    return static_cast<int>(
+        callSystem({"link", -1, {}}, SYS_linkat, fromFolder, from, toFolder, to, flags));
+}
+
+int renameat(int fromFolder, const char* from, int toFolder, const char* to) noexcept {
+    return static_cast<int>(
+        callSystem({"rename", -1, {}}, SYS_renameat, fromFolder, from, toFolder, to));
+}
+
 int rename(const char* from, const char* to) noexcept {
     return static_cast<int>(
         callSystem({"rename", -1, {}}, SYS_renameat, AT_FDCWD, from, AT_FDCWD, to));
@@ -63,6 +90,10 @@ int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
 
 int unlink(const char* path) noexcept {
     return static_cast<int>(callSystem({"unlink", -1, {}}, SYS_unlinkat, AT_FDCWD, path, 0));
+}
+
+int unlinkat(int folder, const char* path, int flags) noexcept {
+    return static_cast<int>(callSystem({"unlink", -1, {}}, SYS_unlinkat, folder, path, flags));
 }
 
 } // extern "C"

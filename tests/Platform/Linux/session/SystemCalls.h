@@ -11,8 +11,9 @@ struct SystemCall {
     std::string_view data; // of write
 };
 
-/// Sees the calls that a program makes to write, fsync, flock, rename, renameat2 and unlink, and
-/// makes them fail: it answers the error to fail with, or 0. Any thread.
+/// Sees the calls that a program makes to write, fsync, flock, rename, renameat2 and unlink, and to
+/// openat when it makes a file (as create), mkdirat, linkat, renameat and unlinkat (each as its
+/// plain namesake), and makes them fail: it answers the error to fail with, or 0. Any thread.
 using SystemCallHook = int (*)(const SystemCall& call);
 
 /// Null for none. Linking SystemCalls.cpp puts it in front of the C library's functions.
