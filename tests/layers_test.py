@@ -11,14 +11,15 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent / "PelorinApp"
 # Folder of the including file -> folders it may include from (itself always).
 # The longest matching prefix counts.
 ALLOWED = {
+    "Text": [],
     "Platform": [],
     "Platform/Simulated": ["Platform"],
     "Platform/Linux": ["Platform"],
     "Platform/MacOS": ["Platform"],
     "Tools": ["Platform"],
-    "Hub": ["Tools", "Platform"],
+    "Hub": ["Tools", "Platform", "Text"],
     "Views": ["Hub", "Tools", "Platform"],
-    "Replay": ["Hub", "Tools", "Platform", "Platform/Simulated"],
+    "Replay": ["Hub", "Tools", "Platform", "Platform/Simulated", "Text"],
     "AppDelegate": ["VolumeBarMenuBarButton", "Hub", "Tools", "Platform"],
     "AppDelegateMenu": ["AppDelegate", "Platform"],
     "AppDelegatePopover": ["AppDelegate", "Platform"],

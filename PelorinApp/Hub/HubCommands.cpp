@@ -1,10 +1,13 @@
 #include "Hub/HubCommands.h"
 
+#include "Text/NearestWord.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace quillon {
 
@@ -70,6 +73,18 @@ void HubCommands::perform(const HubCommand& command, std::function<void(Outcome)
 }
 
 void HubCommands::install(const std::string& id, std::function<void(Outcome)> done) {
+    if (!store_.catalog().empty()) {
+        installOffered(id, std::move(done));
+        return;
+    }
+    // Asked for in the first moment: what is offered is not known yet.
+    connect(
+        &store_, &HubToolStore::catalogChanged, this,
+        [this, id, done = std::move(done)] { installOffered(id, done); }, Qt::SingleShotConnection);
+    store_.refreshCatalog();
+}
+
+void HubCommands::installOffered(const std::string& id, std::function<void(Outcome)> done) {
     const auto offered = std::ranges::find(store_.catalog(), id, &ToolCatalogItem::id);
     if (offered == store_.catalog().end()) {
         const auto outcome = unknown(id);
@@ -92,10 +107,16 @@ void HubCommands::install(const std::string& id, std::function<void(Outcome)> do
 }
 
 HubCommands::Outcome HubCommands::unknown(std::string_view id) const {
-    const bool isKnown =
-        std::ranges::find(store_.catalog(), id, &ToolCatalogItem::id) != store_.catalog().end() ||
-        store_.modules().contains(id);
-    return isKnown ? std::nullopt : std::optional("there is no tool " + inQuotes(id));
+    std::vector<std::string_view> known;
+    for (const auto& item : store_.catalog()) {
+        known.emplace_back(item.id);
+    }
+    for (const auto& module : store_.modules()) {
+        known.emplace_back(module.first);
+    }
+    return std::ranges::find(known, id) != known.end()
+               ? std::nullopt
+               : std::optional("there is no tool " + inQuotes(id) + nearestWordHint(id, known));
 }
 
 } // namespace quillon

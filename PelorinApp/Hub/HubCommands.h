@@ -33,11 +33,12 @@ class HubCommands final : public QObject {
     [[nodiscard]] std::string status() const;
 
     /// `done` is called once, on the main thread, when the command has come to its end; that can be
-    /// before this call returns.
+    /// before this call returns. An install waits for the catalog where that has not come yet.
     void perform(const HubCommand& command, std::function<void(Outcome)> done);
 
   private:
     void install(const std::string& id, std::function<void(Outcome)> done);
+    void installOffered(const std::string& id, std::function<void(Outcome)> done);
     [[nodiscard]] Outcome unknown(std::string_view id) const;
 
     HubToolStore& store_;

@@ -1,6 +1,6 @@
 #include "Replay/ReplayTools.h"
 
-#include "Replay/NearestWord.h"
+#include "Text/NearestWord.h"
 #include "Replay/StatementReader.h"
 
 #include <QMetaProperty>

@@ -1,6 +1,6 @@
 #include "Replay/StatementReader.h"
 
-#include "Replay/NearestWord.h"
+#include "Text/NearestWord.h"
 #include "Replay/TraceJson.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "Replay/NearestWord.h"
+#include "Text/NearestWord.h"
 
 #include <algorithm>
 #include <cctype>
