@@ -129,7 +129,7 @@ class WindowSwitchMetacity(WindowSwitchOpenbox):
 
 
 class WindowSwitchXfwm4(WindowSwitchOpenbox):
-    options = {"window_manager": "xfwm4"}
+    options = {"window_manager": "xfwm4", "bus": True}
 
 
 class OwnWindows(SwitcherTest):

@@ -15,6 +15,10 @@
 
 namespace quillon {
 
+namespace {
+constexpr const char* busVariable = "DBUS_SESSION_BUS_ADDRESS";
+}
+
 WindowsFixture::WindowsFixture(const std::string& resources, const std::string& managerProgram,
                                const std::string& command) {
     xcb_change_property(other->get(), XCB_PROP_MODE_REPLACE, other->root(),
@@ -25,6 +29,9 @@ WindowsFixture::WindowsFixture(const std::string& resources, const std::string& 
         std::vector<std::string> words{managerProgram};
         if (managerProgram == "xfwm4") {
             words.emplace_back("--compositor=off");
+            // It asks for its settings on a bus, and ends when there is none.
+            bus_.emplace(folder_.path() / "bus");
+            qputenv(busVariable, QByteArray::fromStdString(bus_->address()));
         }
         manager = std::make_unique<XProgram>(words);
     }
@@ -32,7 +39,7 @@ WindowsFixture::WindowsFixture(const std::string& resources, const std::string& 
         throw std::runtime_error(command);
     }
     // Without an address the toolkit would have a bus launched, and so depend on the machine.
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+    qputenv(busVariable, "unix:path=/nowhere");
     application = std::make_unique<QApplication>(argc_, argv_.data());
     QApplication::setQuitOnLastWindowClosed(false);
     following_ = X11Connection::open();

@@ -3,6 +3,8 @@
 #include "Platform/Linux/x11/X11Connection.h"
 #include "Platform/Linux/x11/X11Displays.h"
 #include "Platform/View.h"
+#include "support/MessageBus.h"
+#include "support/TemporaryFolder.h"
 #include "support/XProgram.h"
 #include "support/XServer.h"
 
@@ -65,6 +67,8 @@ struct WindowsFixture {
     [[nodiscard]] xcb_window_t makeWindow(const std::string& title) const;
     void key(std::uint8_t type, xcb_keysym_t symbol) const;
 
+    TemporaryFolder folder_;
+    std::optional<MessageBus> bus_; // for a window manager that wants one
     std::unique_ptr<X11Connection> following_;
     int argc_ = 1;
     std::string name_ = "windows";
