@@ -6,7 +6,7 @@ from device_desktop import CENTRE, DeviceTest
 from devices import taken_devices
 from process_facts import children
 from quillon_desktop import BAND
-from witnesses import X11_PROBE, Failed, await_wheel, wait_until
+from witnesses import X11_PROBE, Failed, await_idle, await_wheel, wait_until
 
 PATIENCE = 0.5  # seconds for which input may stop, at most
 RECOVERY = 5.0  # seconds until gestures work again
@@ -61,7 +61,9 @@ class RecoveryTest(DeviceTest):
         return happens(lambda: self.desktop.current_desktop() != current, 0.2)
 
     def finish_gesture(self) -> None:
-        """What was interrupted may have left some notches of either direction."""
+        """What was interrupted may have left some notches of either direction, and changes of the
+        desktop that the program has yet to make."""
+        await_idle(self.quillon.process)
         self.desktop.set_desktop(2)
         for _ in range(7):
             self.mouse.scroll("up", 1)
