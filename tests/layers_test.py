@@ -37,7 +37,7 @@ PLATFORM_FOLDERS = ("Platform/Simulated", "Platform/Linux", "Platform/MacOS")
 
 # What the operating system or the screen toolkit offers; only platforms and views may see it.
 SYSTEM = re.compile(
-    r"^(xcb/|X11/|pulse/|libevdev|libudev|linux/|sys/|unistd\.h|fcntl\.h|poll\.h|signal\.h|dlfcn\.h|"
+    r"^(xcb/|X11/|pulse/|libevdev|libudev|linux/|sys/|curl/|unistd\.h|fcntl\.h|poll\.h|signal\.h|dlfcn\.h|"
     r"QtGui|QtWidgets|QtQuick|QtQml|QtDBus|QtNetwork|QtSvg|QApplication|QGui|QQuick|QQml|QWindow|QWidget|QSocketNotifier|QCoreApplication|"
     r"QTimer|QThread|AppKit|CoreGraphics|CoreFoundation|ApplicationServices|objc/)"
 )

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/http/UrlSettings.h"
 #include "Platform/RunLoop.h"
 #include "Platform/UrlSession.h"
 
@@ -8,13 +9,23 @@
 
 namespace quillon {
 
+class UrlExchangeThread;
+
 /// Fetches over HTTP by libcurl, on a thread that exists only while something is fetched: whatever
 /// a server does, the main thread never waits for it. Tasks may outlive the session.
+///
+/// Only http and https are spoken; certificates are verified; nothing is kept from one fetch to the
+/// next, such as cookies. A user name in the address is told to its host, but to none that it
+/// refers to. The environment's proxies are used, except for this computer itself. A server that
+/// cannot be connected to within 10 seconds, or the request's patience, or that takes more than a
+/// quarter of an hour for all is given up.
 class CurlUrlSession final : public UrlSession {
   public:
     CurlUrlSession(RunLoop& runLoop, std::string userAgent);
+    CurlUrlSession(RunLoop& runLoop, UrlSettings settings);
 
-    /// Gives up what is under way, without waiting for servers.
+    /// Gives up what is under way, without waiting for servers: completions are not called any
+    /// more.
     ~CurlUrlSession() override;
     CurlUrlSession(const CurlUrlSession&) = delete;
     CurlUrlSession& operator=(const CurlUrlSession&) = delete;
@@ -23,10 +34,7 @@ class CurlUrlSession final : public UrlSession {
     fetchData(UrlRequest request, std::function<void(UrlResult)> completion) override;
 
   private:
-    class Exchange;
-
-    RunLoop& runLoop_;
-    std::string userAgent_;
+    std::shared_ptr<UrlExchangeThread> thread_;
 };
 
 } // namespace quillon
