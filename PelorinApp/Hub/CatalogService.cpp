@@ -51,11 +51,11 @@ void CatalogService::fetchCatalog(std::function<void(ToolCatalog)> completion) {
         receive(UrlError{"no address"});
         return;
     }
-    task_ = services_.urls.fetchData(services_.request(*address, largestCatalog),
-                                     [this](UrlResult result) {
-                                         task_.reset();
-                                         receive(std::move(result));
-                                     });
+    task_ = services_.session.fetchData(services_.request(*address, largestCatalog),
+                                        [this](UrlResult result) {
+                                            task_.reset();
+                                            receive(std::move(result));
+                                        });
 }
 
 void CatalogService::receive(UrlResult result) {

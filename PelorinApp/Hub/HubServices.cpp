@@ -26,7 +26,7 @@ HubServices HubServices::of(Platform& platform) {
 }
 
 std::optional<std::filesystem::path> HubServices::supportFolder() const {
-    const auto parent = files.applicationSupportDirectory();
+    const auto parent = fileManager.applicationSupportDirectory();
     return parent ? std::optional(folderWithin(*parent)) : std::nullopt;
 }
 

@@ -13,8 +13,8 @@ struct HubServices {
     UserDefaults& defaults; // the standard ones
     Bundle& bundle;
     Diagnostics& diagnostics;
-    UrlSession& urls;
-    FileManager& files;
+    UrlSession& session;
+    FileManager& fileManager;
 
     [[nodiscard]] static HubServices of(Platform& platform);
 

@@ -28,7 +28,7 @@ std::optional<FileError> keepDamaged(Folder& folder) {
 } // namespace
 
 struct InstalledToolFile::Writing {
-    FileManager& files;
+    FileManager& fileManager;
     Diagnostics& diagnostics;
     std::filesystem::path folder;
     bool isDamaged = false; // what is there now is to be kept
@@ -43,7 +43,7 @@ struct InstalledToolFile::Writing {
     }
 
     std::optional<FileError> tryToWrite(const std::string& document) {
-        auto opened = files.makeFolder(folder);
+        auto opened = fileManager.makeFolder(folder);
         if (const auto* error = std::get_if<FileError>(&opened)) {
             return *error;
         }
@@ -61,16 +61,16 @@ struct InstalledToolFile::Writing {
 InstalledToolFile::InstalledToolFile(const HubServices& services,
                                      std::shared_ptr<SerialQueue> queue)
     : folder_(services.supportFolder().value_or(
-          services.folderWithin(services.files.temporaryDirectory()))),
-      queue_(std::move(queue)),
-      writing_(std::make_shared<Writing>(Writing{services.files, services.diagnostics, folder_})) {
-    [[maybe_unused]] const auto made = services.files.makeFolder(folder_);
+          services.folderWithin(services.fileManager.temporaryDirectory()))),
+      queue_(std::move(queue)), writing_(std::make_shared<Writing>(
+                                    Writing{services.fileManager, services.diagnostics, folder_})) {
+    [[maybe_unused]] const auto made = services.fileManager.makeFolder(folder_);
 }
 
 InstalledToolFile::~InstalledToolFile() { flush(); }
 
 InstalledTools InstalledToolFile::load() {
-    auto opened = writing_->files.openFolder(folder_);
+    auto opened = writing_->fileManager.openFolder(folder_);
     auto* folder = std::get_if<std::unique_ptr<Folder>>(&opened);
     if (folder == nullptr || !(*folder)->exists(fileName)) {
         return {};

@@ -24,7 +24,7 @@ FileResult<OpenFolder> rootFolder(const HubServices& services) {
     if (!path) {
         return FileError{"there is no folder for what applications keep"};
     }
-    return services.files.makeFolder(*path);
+    return services.fileManager.makeFolder(*path);
 }
 
 FileResult<OpenFolder> toolFolder(const HubServices& services, std::string_view toolId) {
@@ -98,11 +98,11 @@ class ModuleInstaller::Install : public std::enable_shared_from_this<Install> {
         } else if (!item_.downloadURL || !isAddress(*item_.downloadURL)) {
             finish(false);
         } else {
-            task_ = services_.urls.fetchData(services_.request(*item_.downloadURL, largestPackage),
-                                             [this](UrlResult result) {
-                                                 task_.reset();
-                                                 store(std::move(result));
-                                             });
+            task_ = services_.session.fetchData(
+                services_.request(*item_.downloadURL, largestPackage), [this](UrlResult result) {
+                    task_.reset();
+                    store(std::move(result));
+                });
         }
     }
 
