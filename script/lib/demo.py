@@ -166,9 +166,8 @@ def main() -> int:
             for setting, points in (("Tool5EdgeSensitivity", 80), ("Tool5VolumeSteps", 10),
                                     ("MediaControlEdgeSensitivity", 80)):
                 desktop.run(PROGRAM, "defaults", "write", setting, points)
-            for setting in ("WindowSwitcher_IsEnabled", "WindowSwitcher_BottomEdge"):
-                desktop.run(PROGRAM, "defaults", "--suite", "com.pelorin.shared", "write", setting,
-                            "true")
+            desktop.run(PROGRAM, "defaults", "--suite", "com.pelorin.shared", "write",
+                        "WindowSwitcher_BottomEdge", "true")
             stage = Stage(desktop, PROGRAM, PICTURES)
             for gesture in GESTURES:
                 gesture(stage)

@@ -107,9 +107,7 @@ class AllToolsTest(ClientTest):
         self.tallies = {name: Tally(self.desktop, name, input_line) for name in ("GTK 3", "Qt 6")}
         self.changes = Tally(self.desktop, "desktop-history",
                              lambda line: ("change", 1) if "= " in line else None)
-        switcher_desktop.write_switcher_settings(
-            self.desktop, IsEnabled=True, BottomEdge=True, EdgeScrollSteps=1,
-            ThreeFingerGesture=True)
+        switcher_desktop.write_switcher_settings(self.desktop, BottomEdge=True, EdgeScrollSteps=1)
         self.quillon = self.start_quillon(
             "Left", Tool4ScrollSensitivity=1.0, Tool5LeftEdge=True, Tool5RightEdge=True,
             MediaControlTopEdge=True, MediaControlLeftButton=True, ScrollReverseMouse=True,

@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from quillon_desktop import BAND, HEIGHT, WIDTH, GestureTest
+from quillon_desktop import BAND, HEIGHT, OFF, WIDTH, GestureTest
 from witnesses import X11_PROBE, Lines, await_idle, await_wheel, wait_until, wheel_is_free
 
 PLACES_IN_BANDS = ((0, 400), (WIDTH - 1, 400), (640, 0), (640, HEIGHT - 1))
@@ -24,7 +24,7 @@ class Grabs(GestureTest):
         self.expect_free_everywhere(quillon)
 
     def test_the_tool_is_off(self):
-        quillon = self.start_quillon("Left", "Right", "Top", "Bottom", Tool4EnabledState=False)
+        quillon = self.start_quillon("Left", "Right", "Top", "Bottom", **OFF)
         quillon.wait_for_line("launched")
         self.expect_free_everywhere(quillon)
 

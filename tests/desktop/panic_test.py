@@ -40,8 +40,10 @@ class Panic(ClientTest):
         quillon.wait_for_line("Ctrl+Super+Escape")
         self.assertEqual(quillon.stop(), 0)
         stored = self.desktop.config / "com.pelorin.PelorinApp/defaults.json"
-        self.assertEqual(json.loads(stored.read_text()),
-                         {"Tool4LeftEdge": True, "Tool4EnabledState": True})
+        settings = json.loads(stored.read_text())
+        for key in ("Tool4LeftEdge", "Tool4EnabledState", "Tool5EnabledState",
+                    "MediaControlEnabled"):
+            self.assertIs(settings[key], True, key)
 
     def test_with_caps_and_num_lock_on(self):
         self.desktop.run("xdotool", "key", "Caps_Lock", "key", "Num_Lock")

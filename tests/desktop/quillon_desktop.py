@@ -10,13 +10,17 @@ from witnesses import (GTK3_CLIENT, QT6_CLIENT, QUILLON, Client, DesktopHistory,
 WIDTH, HEIGHT = 1280, 800  # of a private desktop
 BAND = 40  # pixels from the frame within which a band reaches by default, the last one included
 
+# As a setting: the desktop switcher is off.
+OFF = {"HubEnabled.tool.desktopSwitcher": False}
+
 _numbers = itertools.count(1)
 
 # What it says on every start, or its toolkit when the X server goes.
 USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
                "Setup complete!", "No tray on this desktop", "Status bar item clicked",
                "Popover opened", "Popover closed", "The X11 connection broke", "X connection to",
-               "QSocketNotifier: Invalid socket", "Media Control:", "Edge check -")
+               "QSocketNotifier: Invalid socket", "Media Control:", "Edge check -",
+               "Window switcher", "Cannot start monitoring: no accessibility permission")
 
 
 class Quillon:

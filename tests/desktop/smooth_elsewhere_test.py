@@ -4,7 +4,7 @@
 import unittest
 
 from device_desktop import CENTRE, DeviceTest, total
-from quillon_desktop import BAND, HEIGHT, WIDTH
+from quillon_desktop import BAND, HEIGHT, OFF, WIDTH
 
 EDGES = ("Left", "Right", "Top", "Bottom")
 
@@ -38,7 +38,7 @@ class SmoothElsewhere(DeviceTest):
 
     def test_the_tool_is_off(self):
         self.expect_scrolls(self.expect_as_without(self.scroll_everything, *EDGES,
-                                                   Tool4EnabledState=False))
+                                                   **OFF))
 
     def test_outside_of_the_bands(self):
         self.expect_scrolls(self.expect_as_without(self.scroll_everything, *EDGES))

@@ -64,7 +64,7 @@ class SwitcherTest(GestureTest):
         self.opened = []
 
     def start(self, **settings):
-        write_switcher_settings(self.desktop, **{"IsEnabled": True, "LeftEdge": True,
+        write_switcher_settings(self.desktop, **{"LeftEdge": True,
                                                  "EdgeScrollSteps": 1} | settings)
         self.quillon = self.start_quillon()
         for part in SAYS:

@@ -26,7 +26,7 @@ class ThreeFingers:
         self.frames, self.seen = (open(path, "r+b", buffering=0) for path in (pipe, f"{pipe}.seen"))
         self.addCleanup(self.frames.close)
         self.addCleanup(self.seen.close)
-        write_switcher_settings(self.desktop, IsEnabled=True, ThreeFingerGesture=True, **settings)
+        write_switcher_settings(self.desktop, **settings)
         self.quillon = self.start_quillon(environment={
             "QUILLON_TOUCH_LIBRARY": str(library), "QUILLON_TEST_CONTACTS": str(pipe)})
         self.addCleanup(setattr, self, "quillon", None)

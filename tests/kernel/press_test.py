@@ -13,7 +13,7 @@ MIDDLE, LEFT = ["press 2", "release 2"], ["press 1", "release 1"]
 
 class Presses(ChainTest):
     def start_tool(self, **settings) -> None:
-        write_switcher_settings(self.desktop, IsEnabled=True, ThreeFingerGesture=True, **settings)
+        write_switcher_settings(self.desktop, **settings)
         self.quillon = self.start_quillon()
         self.addCleanup(setattr, self, "quillon", None)
         for part in (*SAYS, "Middle mouse click simulated"):
