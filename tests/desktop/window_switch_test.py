@@ -33,6 +33,12 @@ class WindowSwitchOpenbox(SwitcherTest):
             self.quillon.process.send_signal(signal.SIGCONT)
         wait_until(lambda: self.switches() > ended, "the second stage all the same")
 
+    def move_to_second_desktop(self, window: int) -> None:
+        """Until the window manager has done it."""
+        self.desktop.run("wmctrl", "-i", "-r", window, "-t", 1)
+        wait_until(lambda: "= 1" in self.desktop.run("xprop", "-id", window, "_NET_WM_DESKTOP"),
+                   "it is on the second desktop")
+
     def expect_line(self, part: str) -> None:
         wait_until(lambda: any(part in line for line in self.quillon.lines()), part)
 
@@ -104,8 +110,7 @@ class WindowSwitchOpenbox(SwitcherTest):
         self.turn("up", "Alpha")
         self.between_stages(self.opened[1].process.kill)
         self.turn("up", "Gamma", "Alpha")
-        self.between_stages(lambda: self.desktop.run(
-            "wmctrl", "-i", "-r", self.opened[2].windows[0], "-t", 1))
+        self.between_stages(lambda: self.move_to_second_desktop(self.opened[2].windows[0]))
         self.expect_front("Gamma")
         wait_until(lambda: self.desktop.current_desktop() == 1, "it is followed")
         self.desktop.set_desktop(0)
