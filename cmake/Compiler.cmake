@@ -23,7 +23,8 @@ if(QUILLON_COVERAGE)
   add_link_options(--coverage)
 endif()
 if(QUILLON_FUZZ)
-  # Coverage that steers the fuzzers, in the libraries that they test.
-  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  # Coverage that steers the fuzzers, for them and the libraries that they test. All else need not
+  # be compiled for long: it is only read for warnings.
+  set(QUILLON_FUZZ_OPTIONS -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
 endif()
