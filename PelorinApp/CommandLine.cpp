@@ -2,7 +2,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <array>
+#include <optional>
 #include <sstream>
+#include <utility>
 
 namespace quillon {
 
@@ -18,6 +21,73 @@ std::string percentCheck(const std::string& text) {
     return isNumber && percent >= 0 && percent <= wholeVolume ? "" : text + " is not from 0 to 100";
 }
 
+constexpr const char* exitStatuses = "Exit status of the commands for tools: 0 done; 1 it could "
+                                     "not be done, and why is on standard\n"
+                                     "error; 2 wrong usage; 3 Quillon is not running (show, quit).";
+
+/// The commands for the tool hub, and what was asked by one of them.
+class HubCommandLine {
+  public:
+    explicit HubCommandLine(CLI::App& app) {
+        for (const auto& [name, verb, description] : readers) {
+            auto* command = add(app, name, verb, description);
+            auto* json = command->add_flag("--json", json_, "As JSON, for programs");
+            if (verb == Verb::list) {
+                command->add_flag("--ids", ids_, "Nothing but the ids, a line each")
+                    ->excludes(json);
+            }
+        }
+        for (const auto& [name, verb, description] : changers) {
+            add(app, name, verb, description)
+                ->add_option("ID", request_.id, "The tool, as 'quillon list' names it")
+                ->required();
+        }
+        add(app, "show", Verb::show, "Open the hub of the Quillon that runs");
+        add(app, "quit", Verb::quit, "End the Quillon that runs");
+    }
+
+    [[nodiscard]] std::optional<HubRequest> parsed() const {
+        using Form = HubRequest::Form;
+        for (const auto& [command, verb] : commands_) {
+            if (command->parsed()) {
+                HubRequest request = request_;
+                request.verb = verb;
+                request.form = json_ ? Form::json : ids_ ? Form::ids : Form::text;
+                return request;
+            }
+        }
+        return std::nullopt;
+    }
+
+  private:
+    using Verb = HubRequest::Verb;
+    struct Description {
+        const char* name;
+        Verb verb;
+        const char* text;
+    };
+    static constexpr std::array readers{
+        Description{"status", Verb::status, "Say whether Quillon runs, and how its tools are"},
+        Description{"list", Verb::list, "Print the tools that there are"},
+    };
+    static constexpr std::array changers{
+        Description{"enable", Verb::enable, "Switch a tool on"},
+        Description{"disable", Verb::disable, "Switch a tool off"},
+        Description{"install", Verb::install, "Install a tool, and wait until it is"},
+        Description{"uninstall", Verb::uninstall, "Remove a tool"},
+    };
+
+    CLI::App* add(CLI::App& app, const char* name, Verb verb, const char* description) {
+        commands_.emplace_back(app.add_subcommand(name, description), verb);
+        return commands_.back().first;
+    }
+
+    HubRequest request_;
+    bool json_ = false;
+    bool ids_ = false;
+    std::vector<std::pair<CLI::App*, Verb>> commands_;
+};
+
 } // namespace
 
 Request parseCommandLine(int argc, const char* const* argv, const std::string& version) {
@@ -26,6 +96,9 @@ Request parseCommandLine(int argc, const char* const* argv, const std::string& v
     app.name("quillon");
     app.set_version_flag("--version", "quillon " + version);
     app.require_subcommand(0, 1);
+    app.footer(exitStatuses);
+
+    const HubCommandLine hub(app);
 
     ReplayRequest replayRequest;
     auto* replay = app.add_subcommand("replay", "Run a trace on a simulated desktop");
@@ -76,6 +149,9 @@ Request parseCommandLine(int argc, const char* const* argv, const std::string& v
                                : remove->parsed() ? Verb::remove
                                                   : Verb::read;
         return defaultsRequest;
+    }
+    if (auto request = hub.parsed()) {
+        return std::move(*request);
     }
     if (showLevel->parsed()) {
         return showLevelRequest;

@@ -18,6 +18,21 @@ struct DefaultsRequest {
     std::string key;
     std::string json; // what to write
 };
+/// What people and scripts ask of the tool hub.
+struct HubRequest {
+    enum class Verb {
+        status,
+        list,
+        enable,
+        disable,
+        install,
+        uninstall,
+        show,
+        quit
+    } verb = Verb::status;
+    std::string id; // of the tool, for the verbs that change one
+    enum class Form { text, json, ids } form = Form::text; // of status and list
+};
 /// For developers and demonstrations.
 struct ShowLevelRequest {
     std::vector<double> percents;
@@ -29,8 +44,8 @@ struct PrintRequest {
     std::string error;
     int status = 0;
 };
-using Request =
-    std::variant<RunRequest, ReplayRequest, DefaultsRequest, ShowLevelRequest, PrintRequest>;
+using Request = std::variant<RunRequest, ReplayRequest, DefaultsRequest, HubRequest,
+                             ShowLevelRequest, PrintRequest>;
 
 [[nodiscard]] Request parseCommandLine(int argc, const char* const* argv,
                                        const std::string& version);

@@ -4,6 +4,7 @@
 #include "Hub/ToolMigrationService.h"
 
 #include <array>
+#include <utility>
 
 namespace quillon {
 
@@ -26,7 +27,7 @@ PelorinAppApp::PelorinAppApp()
     : platform_(Platform::current()), delegate_(AppDelegate::create(
                                           platform_, [this] { startToolHub(); },
                                           [this] {
-                                              if (isHubStarted_) {
+                                              if (commands_) {
                                                   HubToolStore::shared().end();
                                               }
                                           })) {
@@ -34,15 +35,36 @@ PelorinAppApp::PelorinAppApp()
 }
 
 PelorinAppApp::~PelorinAppApp() {
-    if (isHubStarted_) {
+    if (commands_) {
         // Its thread calls into what ends with the platform.
         ThreeFingerTouchMonitor::shared()->stop();
     }
 }
 
+std::optional<std::string> PelorinAppApp::toolStatus() const {
+    return commands_ ? std::optional(commands_->status()) : std::nullopt;
+}
+
+void PelorinAppApp::perform(const HubCommand& command,
+                            std::function<void(HubCommands::Outcome)> done) {
+    if (!commands_) {
+        done("Quillon has not started its tools");
+        return;
+    }
+    commands_->perform(command, [done = std::move(done)](const HubCommands::Outcome& outcome) {
+        if (outcome) {
+            done(outcome);
+            return;
+        }
+        HubToolStore::shared().whenStored([done](bool areStored) {
+            done(areStored ? std::nullopt : std::optional("the change could not be stored"));
+        });
+    });
+}
+
 void PelorinAppApp::startToolHub() {
-    isHubStarted_ = true;
     HubToolStore& store = HubToolStore::shared();
+    commands_ = std::make_unique<HubCommands>(store);
     VolumeControlManager::shared().setLevelReport(&AppDelegate::showVolumeLevel);
     platform_.events.setPanicHandler(&switchToolsOff);
     ToolMigrationService::shared().migrate();

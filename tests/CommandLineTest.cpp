@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <utility>
 #include <vector>
 
 namespace quillon {
@@ -65,6 +66,45 @@ TEST(CommandLine, Defaults) {
               DefaultsRequest::Verb::remove);
     EXPECT_EQ(std::get<PrintRequest>(parse({"defaults"})).status, 2);
     EXPECT_EQ(std::get<DefaultsRequest>(parse({"defaults", "write", "Key", "-4.5"})).json, "-4.5");
+}
+
+TEST(CommandLine, ReadsTheHub) {
+    using Form = HubRequest::Form;
+    using Verb = HubRequest::Verb;
+    const auto status = std::get<HubRequest>(parse({"status"}));
+    EXPECT_EQ(status.verb, Verb::status);
+    EXPECT_EQ(status.form, Form::text);
+    EXPECT_EQ(std::get<HubRequest>(parse({"status", "--json"})).form, Form::json);
+    const auto list = std::get<HubRequest>(parse({"list", "--json"}));
+    EXPECT_EQ(list.verb, Verb::list);
+    EXPECT_EQ(list.form, Form::json);
+    EXPECT_EQ(std::get<HubRequest>(parse({"list", "--ids"})).form, Form::ids);
+    EXPECT_EQ(std::get<PrintRequest>(parse({"list", "--ids", "--json"})).status, 2);
+    EXPECT_EQ(std::get<PrintRequest>(parse({"status", "--ids"})).status, 2);
+    EXPECT_EQ(std::get<PrintRequest>(parse({"status", "tool.x"})).status, 2);
+}
+
+TEST(CommandLine, ChangesTheHub) {
+    using Verb = HubRequest::Verb;
+    for (const auto& [name, verb] :
+         {std::pair("enable", Verb::enable), std::pair("disable", Verb::disable),
+          std::pair("install", Verb::install), std::pair("uninstall", Verb::uninstall)}) {
+        const auto request = std::get<HubRequest>(parse({name, "tool.Some thing"}));
+        EXPECT_EQ(request.verb, verb) << name;
+        EXPECT_EQ(request.id, "tool.Some thing");
+        EXPECT_EQ(std::get<PrintRequest>(parse({name})).status, 2) << "which tool?";
+        EXPECT_EQ(std::get<PrintRequest>(parse({name, "a", "b"})).status, 2) << "one at a time";
+    }
+    EXPECT_EQ(std::get<HubRequest>(parse({"show"})).verb, Verb::show);
+    EXPECT_EQ(std::get<HubRequest>(parse({"quit"})).verb, Verb::quit);
+    EXPECT_EQ(std::get<PrintRequest>(parse({"quit", "now"})).status, 2);
+}
+
+TEST(CommandLine, TheHelpNamesTheExitStatuses) {
+    const auto help = std::get<PrintRequest>(parse({"--help"})).output;
+    for (const char* part : {"status", "uninstall", "2 wrong usage", "3 Quillon is not running"}) {
+        EXPECT_NE(help.find(part), std::string::npos) << part;
+    }
 }
 
 TEST(CommandLine, ShowLevelIsThereButNotInTheHelp) {

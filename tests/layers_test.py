@@ -29,6 +29,8 @@ ALLOWED = {
     "PelorinAppApp": ["AppDelegate", "Hub", "Tools", "Platform"],
     "CommandLine": [],
     "DefaultsCommand": ["CommandLine", "Platform"],
+    "HubCommand": ["CommandLine"],
+    "HubOnFiles": ["HubCommand", "Hub"],
 }
 UNRESTRICTED = {"main.cpp"}
 

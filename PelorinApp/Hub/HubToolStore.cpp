@@ -229,6 +229,10 @@ void HubToolStore::switchModule(std::string_view id, bool on) {
     }
 }
 
+void HubToolStore::whenStored(std::function<void(bool)> done) {
+    file_->whenWritten(std::move(done));
+}
+
 bool HubToolStore::flush() { return file_->flush(); }
 
 void HubToolStore::end() {

@@ -80,6 +80,9 @@ class HubToolStore final : public QObject, public std::enable_shared_from_this<H
     void uninstall(std::string_view id);
     void setEnabled(std::string_view id, bool enabled);
 
+    /// Calls `done` on the main thread when the records are on the disk, or could not be put there.
+    void whenStored(std::function<void(bool areStored)> done);
+
     /// Waits until the records are on the disk. Whether they are.
     bool flush();
 

@@ -60,8 +60,8 @@ struct InstalledToolFile::Writing {
 
 InstalledToolFile::InstalledToolFile(const HubServices& services,
                                      std::shared_ptr<SerialQueue> queue)
-    : folder_(services.supportFolder().value_or(
-          services.folderWithin(services.fileManager.temporaryDirectory()))),
+    : runLoop_(services.runLoop), folder_(services.supportFolder().value_or(services.folderWithin(
+                                      services.fileManager.temporaryDirectory()))),
       queue_(std::move(queue)), writing_(std::make_shared<Writing>(
                                     Writing{services.fileManager, services.diagnostics, folder_})) {
     [[maybe_unused]] const auto made = services.fileManager.makeFolder(folder_);
@@ -85,6 +85,13 @@ InstalledTools InstalledToolFile::load() {
 void InstalledToolFile::save(const InstalledTools& records) {
     queue_->async(
         [writing = writing_, document = encodeRecords(records)] { writing->write(document); });
+}
+
+void InstalledToolFile::whenWritten(std::function<void(bool)> done) {
+    queue_->async([writing = writing_, &runLoop = runLoop_, done = std::move(done)]() mutable {
+        runLoop.async(
+            [isWritten = writing->isWritten, done = std::move(done)] { done(isWritten); });
+    });
 }
 
 bool InstalledToolFile::flush() {

@@ -4,6 +4,7 @@
 #include "Hub/InstalledToolRecord.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -35,12 +36,16 @@ class InstalledToolFile {
     /// A failure is reported as a line of diagnostics, and that is all.
     void save(const InstalledTools& records);
 
+    /// Calls `done` on the main thread when what was saved is written, or could not be.
+    void whenWritten(std::function<void(bool isWritten)> done);
+
     /// Waits until what was saved is written. Whether the last of it was.
     bool flush();
 
   private:
     struct Writing; // what belongs to the queue
 
+    RunLoop& runLoop_;
     std::filesystem::path folder_;
     std::shared_ptr<SerialQueue> queue_;
     std::shared_ptr<Writing> writing_;

@@ -4,6 +4,7 @@
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/session/EndSignals.h"
 #include "Platform/Linux/session/LinuxSession.h"
+#include "Platform/Linux/session/StandardOutput.h"
 
 #include <QApplication>
 
@@ -16,10 +17,12 @@ int main(int argc, char** argv) {
     blockEndSignals();
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("quillon"));
-    LinuxSession session;
+    StandardOutput output;
+    LinuxSession session(output);
     LinuxPlatform platform(session, [screen](std::string_view) { return screen; });
     Platform::setCurrent(&platform.services());
-    const auto delegate = AppDelegate::create(platform.services(), nullptr);
+    const auto delegate = AppDelegate::create(
+        platform.services(), [] {}, [] {});
     platform.services().application.setDelegate(delegate);
     return platform.run();
 }

@@ -5,22 +5,41 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <thread>
+#include <utility>
 
 namespace quillon {
 
 std::optional<std::string> FileLock::acquire(const std::filesystem::path& file,
                                              std::chrono::milliseconds patience) {
-    using std::chrono::milliseconds;
-    using std::chrono::steady_clock;
-
+    isTaken_ = false;
     FileDescriptor opened(
         ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
     if (!opened.isOpen()) {
         return systemError("cannot open " + file.string(), errno);
     }
+    return lock(std::move(opened), LOCK_EX, file, patience);
+}
+
+std::optional<std::string> FileLock::acquireToRead(const std::filesystem::path& file,
+                                                   std::chrono::milliseconds patience) {
+    isTaken_ = false;
+    FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    if (!opened.isOpen()) {
+        return errno == ENOENT ? std::nullopt
+                               : std::optional(systemError("cannot open " + file.string(), errno));
+    }
+    return lock(std::move(opened), LOCK_SH, file, patience);
+}
+
+std::optional<std::string> FileLock::lock(FileDescriptor opened, int operation,
+                                          const std::filesystem::path& file,
+                                          std::chrono::milliseconds patience) {
+    using std::chrono::milliseconds;
+    using std::chrono::steady_clock;
+
     const auto deadline = steady_clock::now() + patience;
     for (milliseconds pause(1);; pause = std::min(pause * 2, milliseconds(20))) {
-        if (::flock(opened.get(), LOCK_EX | LOCK_NB) == 0) {
+        if (::flock(opened.get(), operation | LOCK_NB) == 0) {
             file_ = std::move(opened);
             return std::nullopt;
         }
@@ -32,6 +51,7 @@ std::optional<std::string> FileLock::acquire(const std::filesystem::path& file,
             return systemError("cannot lock " + file.string(), error);
         }
         if (steady_clock::now() >= deadline) {
+            isTaken_ = true;
             return "another program holds the lock of " + file.string();
         }
         std::this_thread::sleep_for(pause);

@@ -17,11 +17,24 @@ class FileLock {
     [[nodiscard]] std::optional<std::string> acquire(const std::filesystem::path& file,
                                                      std::chrono::milliseconds patience);
 
-    /// False also after an acquire() that succeeded because the file system has no locks.
+    /// The same for who only reads: others who do may hold it at the same time. A file that is not
+    /// there is not made, and there is nothing to wait for.
+    [[nodiscard]] std::optional<std::string> acquireToRead(const std::filesystem::path& file,
+                                                           std::chrono::milliseconds patience);
+
+    /// Whether the last try failed because another program holds the lock.
+    [[nodiscard]] bool isTaken() const { return isTaken_; }
+
+    /// False also after a success because the file system has no locks.
     [[nodiscard]] bool held() const { return file_.isOpen(); }
 
   private:
+    [[nodiscard]] std::optional<std::string> lock(FileDescriptor opened, int operation,
+                                                  const std::filesystem::path& file,
+                                                  std::chrono::milliseconds patience);
+
     FileDescriptor file_;
+    bool isTaken_ = false;
 };
 
 } // namespace quillon

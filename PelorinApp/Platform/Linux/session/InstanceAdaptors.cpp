@@ -12,11 +12,13 @@ namespace quillon {
 namespace {
 
 constexpr double wholeVolume = 100;
+constexpr const char* hubHasNotStarted = "Quillon has not started its tools";
+
+void send(const QDBusMessage& reply) { QDBusConnection(InstanceNames::connection).send(reply); }
 
 void refuse(const QDBusMessage& message, const QString& reason) {
     message.setDelayedReply(true); // or the usual one would go out, too
-    QDBusConnection(InstanceNames::connection)
-        .send(message.createErrorReply(QDBusError::InvalidArgs, reason));
+    send(message.createErrorReply(QDBusError::InvalidArgs, reason));
 }
 
 } // namespace
@@ -51,6 +53,50 @@ void ApplicationAdaptor::ActivateAction(const QString& name, const QVariantList&
                                         const QVariantMap& /*platformData*/,
                                         const QDBusMessage& message) {
     refuse(message, QStringLiteral("there is no action '%1'").arg(name));
+}
+
+ToolsAdaptor::ToolsAdaptor(QObject* instance, const InstanceHandlers& handlers)
+    : QDBusAbstractAdaptor(instance), handlers_(handlers) {}
+
+QString ToolsAdaptor::Status(const QDBusMessage& message) {
+    message.setDelayedReply(true);
+    later([this, message] {
+        const auto status = handlers_.toolStatus();
+        send(status ? message.createReply(QString::fromStdString(*status))
+                    : message.createErrorReply(QDBusError::Failed, QString(hubHasNotStarted)));
+    });
+    return {};
+}
+
+void ToolsAdaptor::SetEnabled(const QString& id, bool enabled, const QDBusMessage& message) {
+    perform(enabled ? ToolVerb::enable : ToolVerb::disable, id, message);
+}
+
+void ToolsAdaptor::Install(const QString& id, const QDBusMessage& message) {
+    perform(ToolVerb::install, id, message);
+}
+
+void ToolsAdaptor::Uninstall(const QString& id, const QDBusMessage& message) {
+    perform(ToolVerb::uninstall, id, message);
+}
+
+void ToolsAdaptor::Quit() {
+    later([this] { handlers_.quit(); });
+}
+
+void ToolsAdaptor::perform(ToolVerb verb, const QString& id, const QDBusMessage& message) {
+    message.setDelayedReply(true);
+    later([this, verb, id = id.toStdString(), message] {
+        handlers_.performOnTool(verb, id, [message](const std::optional<std::string>& failure) {
+            send(failure ? message.createErrorReply(QDBusError::Failed,
+                                                    QString::fromStdString(*failure))
+                         : message.createReply());
+        });
+    });
+}
+
+void ToolsAdaptor::later(std::function<void()> work) {
+    QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
 }
 
 DevelopmentAdaptor::DevelopmentAdaptor(QObject* instance,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Linux/session/InstanceHandlers.h"
+
 #include <QDBusAbstractAdaptor>
 #include <QDBusMessage>
 #include <QStringList>
@@ -36,6 +38,35 @@ class ApplicationAdaptor final : public QDBusAbstractAdaptor {
 
   private:
     std::function<void(std::optional<std::uint32_t>)> activate_;
+};
+
+/// The tool hub, for people's commands and other programs' scripts. What goes wrong comes back as
+/// an error with a text for people. Each call is dealt with in its turn of the event loop; Install
+/// is answered when the install has ended.
+class ToolsAdaptor final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.pelorin.PelorinApp.Tools")
+
+  public:
+    /// The handlers must outlive it.
+    ToolsAdaptor(QObject* instance, const InstanceHandlers& handlers);
+
+  public Q_SLOTS:
+    /// A JSON document: {"running", "version", "busy", "tools": [...]}.
+    QString Status(const QDBusMessage& message);
+
+    void SetEnabled(const QString& id, bool enabled, const QDBusMessage& message);
+    void Install(const QString& id, const QDBusMessage& message);
+    void Uninstall(const QString& id, const QDBusMessage& message);
+
+    /// Answered before the program ends.
+    void Quit();
+
+  private:
+    void perform(ToolVerb verb, const QString& id, const QDBusMessage& message);
+    void later(std::function<void()> work);
+
+    const InstanceHandlers& handlers_;
 };
 
 /// What developers and demonstrations call.

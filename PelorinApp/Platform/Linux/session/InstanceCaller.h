@@ -1,6 +1,7 @@
 #pragma once
 
-#include <map>
+#include "Platform/Linux/session/ToolVerb.h"
+
 #include <memory>
 #include <string>
 
@@ -23,13 +24,23 @@ class InstanceCaller {
     enum class Outcome { done, notRunning, noAnswer, refused };
     struct Answer {
         Outcome outcome = Outcome::done;
-        std::string error; // why it was refused, for the user
+        std::string text; // what was asked for, or why it was refused, for the user
     };
 
-    /// Brings the instance up. What is not UTF-8 is left out.
-    [[nodiscard]] Answer activate(const std::map<std::string, std::string>& platformData);
+    /// Brings the instance up, with what the environment tells of the click or key press that the
+    /// user did it by.
+    [[nodiscard]] Answer activate();
 
     [[nodiscard]] Answer showVolumeLevel(double percent);
+
+    /// Its state and that of its tools, as JSON.
+    [[nodiscard]] Answer toolStatus();
+
+    /// Waits for the end of an install as long as the instance answers other questions meanwhile.
+    [[nodiscard]] Answer performOnTool(ToolVerb verb, const std::string& id);
+
+    /// Ends the instance, and waits until its name has gone from the bus.
+    [[nodiscard]] Answer quit();
 
   private:
     struct Close {
@@ -37,6 +48,8 @@ class InstanceCaller {
     };
 
     [[nodiscard]] Answer call(DBusMessage* message);
+    [[nodiscard]] Answer callAndAwait(DBusMessage* message);
+    [[nodiscard]] bool hasOwner();
 
     std::unique_ptr<DBusConnection, Close> connection_; // null: there is no bus
 };

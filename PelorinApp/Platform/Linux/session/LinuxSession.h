@@ -1,23 +1,23 @@
 #pragma once
 
+#include "Platform/Diagnostics.h"
 #include "Platform/Linux/files/LinuxFileManager.h"
 #include "Platform/Linux/http/CurlUrlSession.h"
 #include "Platform/Linux/session/ConfigHome.h"
 #include "Platform/Linux/session/FileBundle.h"
 #include "Platform/Linux/session/FileUserDefaults.h"
 #include "Platform/Linux/session/QtRunLoop.h"
-#include "Platform/Linux/session/StandardOutput.h"
 
 namespace quillon {
 
 /// The services that need no display. A QCoreApplication must exist first.
 struct LinuxSession {
-    LinuxSession() = default;
+    explicit LinuxSession(Diagnostics& lines) : diagnostics(lines) {}
     LinuxSession(const LinuxSession&) = delete;
     LinuxSession& operator=(const LinuxSession&) = delete;
     ~LinuxSession() = default;
 
-    StandardOutput diagnostics;
+    Diagnostics& diagnostics;
     FileBundle bundle{diagnostics};
     QtRunLoop runLoop;
     LinuxFileManager files;

@@ -20,7 +20,7 @@ std::string complaint(const InstanceCaller::Answer& answer) {
     case InstanceCaller::Outcome::noAnswer:
         return "Quillon is running but does not answer";
     case InstanceCaller::Outcome::refused:
-        return "Quillon does not show the level: " + answer.error;
+        return "Quillon does not show the level: " + answer.text;
     }
     return {};
 }

@@ -9,8 +9,6 @@
 #include <QDBusMessage>
 #include <QString>
 
-#include <cstdlib>
-#include <map>
 #include <ostream>
 #include <string>
 #include <system_error>
@@ -36,17 +34,6 @@ QDBusMessage busCall(const char* method) {
                                           "org.freedesktop.DBus", method);
 }
 
-std::map<std::string, std::string> platformData() {
-    std::map<std::string, std::string> data;
-    for (const auto& [key, variable] : {std::pair("desktop-startup-id", "DESKTOP_STARTUP_ID"),
-                                        std::pair("activation-token", "XDG_ACTIVATION_TOKEN")}) {
-        if (const char* value = std::getenv(variable); value != nullptr && *value != '\0') {
-            data.emplace(key, value);
-        }
-    }
-    return data;
-}
-
 } // namespace
 
 std::optional<int> SingleInstance::activateRunning(std::ostream& errors) {
@@ -54,7 +41,7 @@ std::optional<int> SingleInstance::activateRunning(std::ostream& errors) {
         return std::nullopt;
     }
     using Outcome = InstanceCaller::Outcome;
-    switch (InstanceCaller().activate(platformData()).outcome) {
+    switch (InstanceCaller().activate().outcome) {
     case Outcome::done:
         return 0;
     case Outcome::notRunning:
@@ -71,6 +58,7 @@ SingleInstance::SingleInstance(Handlers handlers, Diagnostics& diagnostics)
     : handlers_(std::move(handlers)), diagnostics_(diagnostics) {
     new ApplicationAdaptor(
         this, [this](std::optional<std::uint32_t> timestamp) { Q_EMIT activated(timestamp); });
+    new ToolsAdaptor(this, handlers_);
     new DevelopmentAdaptor(this, [this](double percent) { Q_EMIT levelAskedFor(percent); });
     // Queued: the caller does not wait for what the handlers do, and a connection is not dropped
     // from within its own call.

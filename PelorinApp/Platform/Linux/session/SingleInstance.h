@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Platform/Diagnostics.h"
+#include "Platform/Linux/session/InstanceHandlers.h"
 
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QTimer>
 
 #include <cstdint>
-#include <functional>
 #include <iosfwd>
 #include <optional>
 
@@ -25,15 +25,7 @@ class SingleInstance final : public QObject {
     Q_OBJECT
 
   public:
-    /// Called on the main thread, after the caller has had its answer.
-    struct Handlers {
-        /// The user has started the program again. The X timestamp of the click or key press that
-        /// did it, where the desktop tells: window managers want it before a window comes up.
-        std::function<void(std::optional<std::uint32_t> timestamp)> activate;
-
-        /// A level, from 0 to 100, to be shown as if the volume had just changed to it.
-        std::function<void(double percent)> showVolumeLevel;
-    };
+    using Handlers = InstanceHandlers;
 
     SingleInstance(Handlers handlers, Diagnostics& diagnostics);
     SingleInstance(const SingleInstance&) = delete;

@@ -132,6 +132,24 @@ TEST_F(DefaultsThreadTest, LockIsNotWaitedForForever) {
     EXPECT_GE(std::chrono::steady_clock::now() - begun, 30ms);
     EXPECT_EQ(failure, "another program holds the lock of " + path.string());
     EXPECT_FALSE(second.held());
+    EXPECT_TRUE(second.isTaken());
+}
+
+TEST_F(DefaultsThreadTest, WhoOnlyReadsSharesTheLockAndMakesNone) {
+    const auto path = temporary.path() / "lock";
+    FileLock reader;
+    EXPECT_EQ(reader.acquireToRead(path, 0ms), std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    FileLock writer;
+    ASSERT_EQ(writer.acquire(path, 0ms), std::nullopt);
+    EXPECT_NE(reader.acquireToRead(path, 0ms), std::nullopt);
+    EXPECT_TRUE(reader.isTaken());
+    writer = FileLock();
+    FileLock other;
+    EXPECT_EQ(reader.acquireToRead(path, 0ms), std::nullopt);
+    EXPECT_EQ(other.acquireToRead(path, 0ms), std::nullopt);
+    EXPECT_NE(writer.acquire(path, 0ms), std::nullopt);
+    EXPECT_TRUE(writer.isTaken());
 }
 
 TEST_F(DefaultsThreadTest, WriteThatAFlushLeftBehindUsesNothingThatIsGone) {

@@ -153,6 +153,70 @@ TEST_F(SingleInstanceOnABus, ShowsLevels) {
     EXPECT_EQ(first->nextLine(), "activated sometime") << "nothing of what was refused";
 }
 
+TEST_F(SingleInstanceOnABus, CarriesToolCommandsOver) {
+    const auto first = start();
+    ASSERT_TRUE(first->says("running"));
+    EXPECT_EQ(start({"status"})->nextLine(), "done: {}");
+    for (const char* verb : {"enable", "disable", "uninstall"}) {
+        EXPECT_EQ(start({verb, "tool.ä"})->nextLine(), "done:") << verb;
+        EXPECT_EQ(first->nextLine(), QString("%1 tool.ä").arg(verb));
+        EXPECT_EQ(start({verb, "wrong"})->nextLine(), "refused: there is no tool 'wrong'");
+        EXPECT_EQ(first->nextLine(), QString("%1 wrong").arg(verb));
+    }
+    EXPECT_EQ(call({"com.pelorin.PelorinApp.Tools.SetEnabled", "x", "true"}), 0);
+    EXPECT_EQ(first->nextLine(), "enable x");
+    EXPECT_NE(call({"com.pelorin.PelorinApp.Tools.SetEnabled", "wrong", "true"}), 0);
+}
+
+TEST_F(SingleInstanceOnABus, AnInstallIsAnsweredWhenItHasEnded) {
+    const auto first = start();
+    ASSERT_TRUE(first->says("running"));
+    const auto installing = start({"install", "tool.x"});
+    EXPECT_EQ(first->nextLine(), "install tool.x");
+    EXPECT_EQ(start({"status"})->nextLine(), "done: {}") << "others are answered meanwhile";
+    EXPECT_EQ(start()->status(), 0);
+    EXPECT_EQ(installing->nextLine(), "refused: ended by a start");
+}
+
+TEST_F(SingleInstanceOnABus, AnInstanceThatHangsInAnInstallIsNoticed) {
+    const auto first = start();
+    ASSERT_TRUE(first->says("running"));
+    const auto installing = start({"install", "tool.x"});
+    EXPECT_EQ(first->nextLine(), "install tool.x");
+    first->signal(SIGSTOP);
+    EXPECT_TRUE(installing->nextLine().startsWith("no answer"));
+}
+
+TEST_F(SingleInstanceOnABus, AnInstanceThatDiesInAnInstallIsNoticed) {
+    const auto first = start();
+    ASSERT_TRUE(first->says("running"));
+    const auto installing = start({"install", "tool.x"});
+    EXPECT_EQ(first->nextLine(), "install tool.x");
+    first->end();
+    EXPECT_TRUE(installing->nextLine().startsWith("no answer"));
+}
+
+TEST_F(SingleInstanceOnABus, ToolsThatHaveNotStartedAreSaid) {
+    environment.insert("QUILLON_TEST_NO_TOOLS", "1");
+    const auto first = start();
+    ASSERT_TRUE(first->says("running"));
+    for (const char* verb : {"status", "install"}) {
+        EXPECT_EQ(start({verb, "x"})->nextLine(), "refused: Quillon has not started its tools");
+    }
+}
+
+TEST_F(SingleInstanceOnABus, QuitReturnsWhenTheNameIsFree) {
+    EXPECT_TRUE(start({"quit"})->nextLine().startsWith("not running"));
+    for (int round = 0; round < 5; ++round) {
+        const auto first = start();
+        ASSERT_TRUE(first->says("running"));
+        EXPECT_EQ(start({"quit"})->nextLine(), "done:");
+        EXPECT_EQ(start({"status"})->nextLine().section(':', 0, 0), "not running");
+        EXPECT_EQ(first->nextLine(), "quit");
+        EXPECT_EQ(first->status(), 0);
+    }
+}
+
 TEST_F(SingleInstanceOnABus, TheBusMayDieAndComeBack) {
     const auto first = start();
     ASSERT_TRUE(first->says("running"));
