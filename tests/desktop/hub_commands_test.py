@@ -284,7 +284,7 @@ class Running(OfADesktop, ShellTest):
             self.assertEqual(quillon.wait(), -signal.SIGKILL)
             complaint = command.communicate(timeout=20)[1]
             self.assertIn((command.returncode, complaint), [
-                (0, ""), (1, "quillon: Quillon is running but does not answer\n")])
+                (0, ""), (1, "quillon: Quillon ended before it had answered\n")])
             self.assertLessEqual(before, set(self.records()))
             self.assertFalse(self.status()["running"])
 

@@ -176,7 +176,10 @@ InstanceCaller::Answer InstanceCaller::performOnTool(ToolVerb verb, const std::s
         const dbus_bool_t on = verb == ToolVerb::enable ? 1 : 0;
         dbus_message_iter_append_basic(&arguments, DBUS_TYPE_BOOLEAN, &on);
     }
-    return verb == ToolVerb::install ? callAndAwait(message.get()) : call(message.get());
+    auto answer = verb == ToolVerb::install ? callAndAwait(message.get()) : call(message.get());
+    return answer.outcome == Outcome::noAnswer && !hasOwner()
+               ? Answer{Outcome::refused, "Quillon ended before it had answered"}
+               : answer;
 }
 
 InstanceCaller::Answer InstanceCaller::quit() {
@@ -203,6 +206,9 @@ InstanceCaller::Answer InstanceCaller::quit() {
 }
 
 bool InstanceCaller::hasOwner() {
+    if (!connection_) {
+        return false;
+    }
     const OwnedMessage message(
         dbus_message_new_method_call(busName, "/org/freedesktop/DBus", busName, "NameHasOwner"));
     const char* name = InstanceNames::service;
