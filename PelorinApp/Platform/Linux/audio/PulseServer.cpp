@@ -13,6 +13,9 @@ namespace {
 /// second.
 constexpr std::chrono::milliseconds attemptsApart{250};
 
+/// A connection that has been there for less is not made anew because it knows no sink.
+constexpr std::chrono::milliseconds freshFor{100};
+
 } // namespace
 
 void PulseServer::connect(OnDone answer) {
@@ -50,6 +53,7 @@ void PulseServer::beginConnection() {
 void PulseServer::stateChanged() {
     if (state() == PA_CONTEXT_READY) {
         failed_.reset();
+        connected_ = Clock::now();
         answerWaiting(true);
     } else if (!PA_CONTEXT_IS_GOOD(state())) {
         // Not while the library is about to use it.
@@ -97,8 +101,25 @@ void PulseServer::askDefaultSink(OnSink answer) {
         answer(std::nullopt);
         return;
     }
-    awaitSink(std::move(answer), [this](pa_sink_info_cb_t found, void* data) {
+    auto doubtful = [this, answer = std::move(answer)](const auto& sink) {
+        if (!sink) {
+            doubt();
+        }
+        answer(sink);
+    };
+    awaitSink(std::move(doubtful), [this](pa_sink_info_cb_t found, void* data) {
         return pa_context_get_sink_info_by_name(connection_, "@DEFAULT_SINK@", found, data);
+    });
+}
+
+void PulseServer::doubt() {
+    if (state() != PA_CONTEXT_READY || Clock::now() - connected_ < freshFor) {
+        return;
+    }
+    context_.later([this, doubted = connection_] {
+        if (connection_ == doubted) {
+            drop();
+        }
     });
 }
 

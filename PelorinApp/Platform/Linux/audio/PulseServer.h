@@ -54,6 +54,10 @@ class PulseServer {
     void beginConnection();
     void stateChanged();
     void drop();
+
+    /// There is no default sink, as some servers tell one connection, for good, and no other when a
+    /// sink has gone: the next question is asked by a new one.
+    void doubt();
     void answerWaiting(bool isConnected);
     [[nodiscard]] pa_context_state_t state() const;
 
@@ -62,6 +66,7 @@ class PulseServer {
     bool isClosed_ = false;
     bool isWatched_ = false;
     std::optional<Clock::time_point> failed_; // when a connection could not be had
+    Clock::time_point connected_;
     std::vector<OnDone> waiting_;
 };
 
