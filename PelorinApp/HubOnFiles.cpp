@@ -42,10 +42,10 @@ std::shared_ptr<HubToolStore> makeStore(const HubServices& services) {
 }
 
 std::string readStatus(const HubFilesContext& context) {
-    FilesAsTheyAre files(context.services.files);
+    FilesAsTheyAre files(context.services.fileManager);
     const HubServices& given = context.services;
     const auto store = makeStore(
-        {given.runLoop, given.defaults, given.bundle, given.diagnostics, given.urls, files});
+        {given.runLoop, given.defaults, given.bundle, given.diagnostics, given.session, files});
     return statusDocument(false, context.version, HubCommands(*store).status());
 }
 
