@@ -59,7 +59,7 @@ std::optional<std::filesystem::path> lockOfRecords(const HubServices& services) 
 FileLock lockRecords(const HubServices& services) {
     FileLock lock;
     if (const auto file = lockOfRecords(services)) {
-        [[maybe_unused]] const auto made = services.files.makeFolder(file->parent_path());
+        [[maybe_unused]] const auto made = services.fileManager.makeFolder(file->parent_path());
         [[maybe_unused]] const auto failure = lock.acquire(*file, patienceWithRecords);
     }
     return lock;
