@@ -17,6 +17,12 @@ struct UrlRequest {
 
     /// Seconds for which a server may send next to nothing until it is given up.
     double patience = 60;
+
+    int mostRedirects = 10;
+
+    /// Asked, on a thread that is not the main one, whether a server may refer from one address to
+    /// another. Must own what it reads. Without it, what the session allows is followed.
+    std::function<bool(const std::string& from, const std::string& to)> mayRedirect;
 };
 
 struct UrlResponse {

@@ -19,7 +19,6 @@ namespace {
 constexpr double longestConnect = 10; // seconds
 constexpr double leastSpeed = 100;    // bytes per second; a server that sends fewer is given up
 constexpr std::size_t largestHead = 256 * 1024; // bytes of all headers, redirects' included
-constexpr int mostRedirects = 10;
 constexpr long firstFinalStatus = 200;
 
 struct UrlDeleter {
@@ -261,10 +260,11 @@ bool UrlExchange::follow(const std::string& location) {
         return giveUp(senselessAnswer);
     }
     const std::string scheme = to == nullptr ? "" : partOf(to, CURLUPART_SCHEME);
-    if (!isHttp(scheme) || (url_.starts_with("https:") && scheme != "https")) {
+    if (!isHttp(scheme) || (url_.starts_with("https:") && scheme != "https") ||
+        (request_.mayRedirect && !request_.mayRedirect(url_, partOf(to, CURLUPART_URL)))) {
         return giveUp("the server refers to an address that is not secure");
     }
-    if (++redirects_ > mostRedirects) {
+    if (++redirects_ > request_.mostRedirects) {
         return giveUp("the server refers from one address to the next without end");
     }
     next_ = partOf(to, CURLUPART_URL);

@@ -54,6 +54,24 @@ TEST_F(HttpRedirectsTest, LeaveTheWebForNothing) {
     EXPECT_EQ(fetchAnswer(redirectTo("//")), "[the server's answer makes no sense]");
 }
 
+TEST_F(HttpRedirectsTest, AreFollowedOnlyAsTheRequestAllows) {
+    FeedServer server([](const std::string& asked, QTcpSocket& client) {
+        client.write(asked.starts_with("GET /2 ")   ? httpAnswer("200 OK", "here")
+                     : asked.starts_with("GET /1 ") ? redirectTo("/2")
+                                                    : redirectTo("/1"));
+    });
+    request.mayRedirect = [](const std::string& from, const std::string& to) {
+        return from.back() + 1 == to.back();
+    };
+    EXPECT_EQ(fetch(server.address("/0")), "200 here");
+    request.mayRedirect = [](const std::string&, const std::string& to) { return to.back() < '2'; };
+    EXPECT_EQ(fetch(server.address("/0")), insecure);
+    request.mayRedirect = nullptr;
+    request.mostRedirects = 1;
+    EXPECT_EQ(fetch(server.address("/1")), "200 here");
+    EXPECT_EQ(fetch(server.address("/0")), endless);
+}
+
 TEST_F(HttpRedirectsTest, NeverGoFromSecureToLess) {
     FeedServer plain([](const std::string&, QTcpSocket& client) {
         client.write(httpAnswer("200 OK", "plain"));
