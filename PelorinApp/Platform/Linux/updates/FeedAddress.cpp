@@ -1,6 +1,7 @@
 #include "Platform/Linux/updates/FeedAddress.h"
 
-#include <QHostAddress>
+#include "Platform/Linux/http/ThisComputer.h"
+
 #include <QString>
 
 namespace quillon {
@@ -8,15 +9,6 @@ namespace quillon {
 namespace {
 
 constexpr QStringView secure = u"https";
-
-bool isThisComputer(const QString& host) {
-    if (host == u"localhost") {
-        return true;
-    }
-    const QHostAddress address(host);
-    return address == QHostAddress(QHostAddress::LocalHostIPv6) ||
-           address.isInSubnet(QHostAddress(QStringLiteral("127.0.0.0")), 8);
-}
 
 } // namespace
 
@@ -27,7 +19,8 @@ QUrl feedUrl(std::string_view address) {
 
 bool mayFetch(const QUrl& url) {
     return url.isValid() && !url.host().isEmpty() &&
-           (url.scheme() == secure || (url.scheme() == u"http" && isThisComputer(url.host())));
+           (url.scheme() == secure ||
+            (url.scheme() == u"http" && isThisComputer(url.host().toStdString())));
 }
 
 bool mayRedirect(const QUrl& from, const QUrl& to) {

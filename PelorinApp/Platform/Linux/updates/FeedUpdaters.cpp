@@ -25,7 +25,8 @@ std::string userAgent(std::string_view version) {
 std::unique_ptr<UpdaterController>
 FeedUpdaters::makeController(bool startingUpdater, std::weak_ptr<UpdaterDelegate> delegate) {
     auto fetcher = std::make_unique<HttpFeedFetcher>(
-        services_.runLoop, userAgent(services_.bundle.infoString("version").value_or("")));
+        services_.runLoop,
+        UrlSettings{.userAgent = userAgent(services_.bundle.infoString("version").value_or(""))});
     auto controller =
         std::make_unique<FeedUpdater>(services_, std::move(fetcher), std::move(delegate));
     if (startingUpdater) {

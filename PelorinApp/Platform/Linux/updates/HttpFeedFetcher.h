@@ -1,28 +1,25 @@
 #pragma once
 
+#include "Platform/Linux/http/CurlUrlSession.h"
 #include "Platform/Linux/updates/FeedFetcher.h"
 #include "Platform/RunLoop.h"
 
 namespace quillon {
 
-/// Fetches over HTTP. The network stack, with its thread, exists only as long as a fetch.
-///
-/// Qt 6.4 reads headers of any length: destroying a fetch whose server floods it with them takes
-/// the 5 seconds for which Qt waits for its thread.
+/// Fetches over HTTP. Whatever a server does, the main thread never waits for it.
 class HttpFeedFetcher final : public FeedFetcher {
   public:
     /// No more than this is read, in bytes.
     static constexpr int largestFeed = 1024 * 1024;
 
-    HttpFeedFetcher(RunLoop& runLoop, std::string userAgent)
-        : runLoop_(runLoop), userAgent_(std::move(userAgent)) {}
+    HttpFeedFetcher(RunLoop& runLoop, UrlSettings settings)
+        : session_(runLoop, std::move(settings)) {}
 
     [[nodiscard]] std::unique_ptr<FeedFetch>
     fetch(const std::string& address, std::function<void(FetchedFeed)> completion) override;
 
   private:
-    RunLoop& runLoop_;
-    std::string userAgent_;
+    CurlUrlSession session_;
 };
 
 } // namespace quillon
