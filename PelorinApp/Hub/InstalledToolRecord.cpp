@@ -135,7 +135,13 @@ std::optional<std::chrono::sys_seconds> parseInternetDateTime(std::string_view t
     if (!ahead || !rest.isAtEnd()) {
         return std::nullopt;
     }
-    return *day + *time + seconds(*second) - *ahead;
+    const auto moment = *day + *time + seconds(*second) - *ahead;
+    // Another zone's first or last hours may be in a year that has no four digits.
+    constexpr int lastYear = 9999;
+    const auto year = std::chrono::year_month_day(std::chrono::floor<days>(moment)).year();
+    return year >= std::chrono::year(0) && year <= std::chrono::year(lastYear)
+               ? std::optional(moment)
+               : std::nullopt;
 }
 
 std::string encodeRecords(const InstalledTools& records) {
