@@ -14,6 +14,7 @@
 
 #include <QDBusConnection>
 #include <QGuiApplication>
+#include <QTimer>
 
 #include <csignal>
 #include <cstdlib>
@@ -100,7 +101,8 @@ int start(int argc, char** argv) {
          .quit =
              [&] {
                  output.line("quit");
-                 QCoreApplication::exit(0);
+                 // What is still to be saved takes a moment.
+                 QTimer::singleShot(300, [] { QCoreApplication::exit(0); });
              }},
         output);
     if (!instance.claim()) {
