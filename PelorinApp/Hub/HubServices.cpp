@@ -31,8 +31,7 @@ std::optional<std::filesystem::path> HubServices::supportFolder() const {
 }
 
 std::filesystem::path HubServices::folderWithin(const std::filesystem::path& parent) const {
-    const std::string identifier = bundle.identifier();
-    return parent / (isEntryName(identifier) ? identifier : "com.pelorin.PelorinApp");
+    return parent / bundle.identifier();
 }
 
 UrlRequest HubServices::request(std::string url, std::size_t usualLimit) const {

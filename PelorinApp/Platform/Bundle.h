@@ -11,6 +11,7 @@ class Bundle {
   public:
     virtual ~Bundle() = default;
 
+    /// Names the application's folders: isEntryName() holds for it.
     [[nodiscard]] virtual std::string identifier() const = 0;
 
     /// A text of the information dictionary, or nothing when it holds no text under that key.

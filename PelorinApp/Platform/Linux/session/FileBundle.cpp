@@ -1,5 +1,6 @@
 #include "Platform/Linux/session/FileBundle.h"
 
+#include "Platform/FileManager.h"
 #include "Platform/Linux/session/InstalledFiles.h"
 
 #include <nlohmann/json.hpp>
@@ -10,6 +11,9 @@
 namespace quillon {
 
 namespace {
+
+constexpr const char* identifierKey = "identifier";
+constexpr const char* builtInIdentifier = "com.pelorin.PelorinApp";
 
 std::filesystem::path findInfoFile() {
     if (const char* named = std::getenv("QUILLON_INFO"); named != nullptr && *named != '\0') {
@@ -35,10 +39,16 @@ FileBundle::FileBundle(const std::filesystem::path& file, Diagnostics& diagnosti
             info_.emplace(key, value.get<std::string>());
         }
     }
+    if (const auto named = info_.find(identifierKey);
+        named != info_.end() && !isEntryName(named->second)) {
+        diagnostics.line("⚠️ The identifier in " + file.string() +
+                         " cannot be the name of a folder; using " + builtInIdentifier);
+        info_.erase(named);
+    }
 }
 
 std::string FileBundle::identifier() const {
-    return infoString("identifier").value_or("com.pelorin.PelorinApp");
+    return infoString(identifierKey).value_or(builtInIdentifier);
 }
 
 std::optional<std::string> FileBundle::infoString(std::string_view key) const {

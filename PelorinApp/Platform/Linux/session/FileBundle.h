@@ -12,7 +12,8 @@ namespace quillon {
 class FileBundle final : public Bundle {
   public:
     /// Reads $QUILLON_INFO, else Info.json of the installed resources, else the one beside the
-    /// program. A file that is missing or damaged is an empty dictionary, and said so.
+    /// program. A file that is missing or damaged is an empty dictionary, and said so; so is an
+    /// identifier that cannot name a folder, for which the built-in one stands in.
     explicit FileBundle(Diagnostics& diagnostics);
 
     /// Reads this file.

@@ -1,18 +1,10 @@
 #include "Platform/Linux/session/FileUserDefaults.h"
 
-#include <climits>
+#include "Platform/FileManager.h"
+
 #include <utility>
 
 namespace quillon {
-
-namespace {
-
-bool isFolderName(std::string_view name) {
-    return !name.empty() && name != "." && name != ".." && name.size() <= NAME_MAX &&
-           name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
-}
-
-} // namespace
 
 FileUserDefaults::FileUserDefaults(std::filesystem::path file, RunLoop& runLoop,
                                    Diagnostics& diagnostics)
@@ -71,7 +63,7 @@ FileUserDefaults* FileUserDefaultsStores::suite(std::string_view name) {
     if (name == standardName_) {
         return standard_.get();
     }
-    if (!isFolderName(name)) {
+    if (!isEntryName(name)) {
         return nullptr;
     }
     auto found = suites_.find(name);

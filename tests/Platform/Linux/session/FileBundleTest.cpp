@@ -43,6 +43,25 @@ TEST_F(FileBundleTest, MissingOrDamagedFileIsSaidAndSurvived) {
     EXPECT_EQ(lines.size(), 5U);
 }
 
+TEST_F(FileBundleTest, IdentifierThatCannotNameAFolderIsSaidAndReplaced) {
+    const std::string tooLong(256, 'x');
+    for (const std::string& identifier :
+         {std::string(), std::string("."), std::string(".."), std::string("a/b"),
+          std::string("../outside"), std::string("a\\u0000b"), tooLong}) {
+        write((R"({"identifier": ")" + identifier + R"(", "other": "kept"})").c_str());
+        const FileBundle bundle(file, desktop.diagnostics);
+        EXPECT_EQ(bundle.identifier(), "com.pelorin.PelorinApp");
+        EXPECT_EQ(bundle.infoString("other"), "kept");
+        ASSERT_EQ(lines.size(), 1U) << identifier;
+        EXPECT_EQ(lines[0], "⚠️ The identifier in " + file.string() +
+                                " cannot be the name of a folder; using com.pelorin.PelorinApp");
+        lines.clear();
+    }
+    write((R"({"identifier": ")" + std::string(255, 'x') + R"("})").c_str());
+    EXPECT_EQ(FileBundle(file, desktop.diagnostics).identifier(), std::string(255, 'x'));
+    EXPECT_TRUE(lines.empty());
+}
+
 TEST_F(FileBundleTest, EnvironmentNamesAnotherFile) {
     write(R"({"identifier": "com.elsewhere"})");
     setenv("QUILLON_INFO", file.c_str(), 1);
