@@ -13,6 +13,13 @@
 namespace quillon {
 namespace {
 
+struct DefaultsWriter : WriterProgram {
+    DefaultsWriter(const std::filesystem::path& file, const std::string& prefix, int keys,
+                   int count, int step = 0)
+        : WriterProgram({QUILLON_DEFAULTS_WRITER, file.string(), prefix, std::to_string(keys),
+                         std::to_string(count), std::to_string(step)}) {}
+};
+
 class DefaultsWritersTest : public testing::Test {
   protected:
     /// Reads the file as a program that starts now; fails if there is anything to complain of.
@@ -49,8 +56,8 @@ class DefaultsWritersTest : public testing::Test {
 
 TEST_F(DefaultsWritersTest, ProgramsDoNotLoseEachOthersKeys) {
     const int count = 150;
-    WriterProgram a(file, "a", count, count);
-    WriterProgram b(file, "b", count, count);
+    DefaultsWriter a(file, "a", count, count);
+    DefaultsWriter b(file, "b", count, count);
     EXPECT_EQ(a.wait(), 0);
     EXPECT_EQ(b.wait(), 0);
     readAgain();
@@ -67,7 +74,7 @@ TEST_F(DefaultsWritersTest, WriterThatDiesAtAnyStepLeavesACompleteFile) {
         SCOPED_TRACE(step);
         std::filesystem::remove_all(folder);
         writeFile(file, "{\"k0\": \"" + writtenValue(7) + "\", \"other\": 1e999}");
-        WriterProgram program(file, "k", 1, 1, step);
+        DefaultsWriter program(file, "k", 1, 1, step);
         const bool acknowledged = program.nextAcknowledged() == 1;
         const int status = program.wait();
         readAgain();
@@ -82,7 +89,7 @@ TEST_F(DefaultsWritersTest, WriterThatDiesAtAnyStepLeavesACompleteFile) {
         }
         EXPECT_EQ(WTERMSIG(status), SIGKILL);
 
-        WriterProgram next(file, "k", 1, 2);
+        DefaultsWriter next(file, "k", 1, 2);
         EXPECT_EQ(next.wait(), 0);
         readAgain();
         EXPECT_EQ(writeOf("k0"), 2);
@@ -102,7 +109,7 @@ TEST_F(DefaultsWritersTest, WriterKilledBeforeAnyCallLeavesCompleteValues) {
     int leftBehind = 0;
     for (int round = 0; round < 300; ++round) {
         // What is on the disk changes by calls to the system alone, so these are all the moments.
-        WriterProgram program(file, "k", keys, 1000000, steps(random));
+        DefaultsWriter program(file, "k", keys, 1000000, steps(random));
         int acknowledged = 0;
         while (const int next = program.nextAcknowledged()) {
             acknowledged = next;

@@ -12,21 +12,16 @@
 
 namespace quillon {
 
-/// The program defaults_writer, running.
+/// A program that writes to the disk, running: it says the number of each write that is there.
 class WriterProgram {
   public:
-    WriterProgram(const std::filesystem::path& file, const std::string& prefix, int keys, int count,
-                  int step = 0) {
+    /// The program and its arguments.
+    explicit WriterProgram(std::vector<std::string> words) {
         int ends[2];
         if (pipe(ends) != 0) {
             throw std::runtime_error("no pipe");
         }
         acknowledgements_ = ends[0];
-        std::vector<std::string> words{QUILLON_DEFAULTS_WRITER, file.string(), prefix,
-                                       std::to_string(keys), std::to_string(count)};
-        if (step > 0) {
-            words.push_back(std::to_string(step));
-        }
         std::vector<char*> arguments;
         arguments.reserve(words.size() + 1);
         for (auto& word : words) {

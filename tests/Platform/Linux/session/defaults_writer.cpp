@@ -2,8 +2,8 @@
 //
 // defaults_writer FILE PREFIX KEYS COUNT [STEP]: writes the keys PREFIX0, PREFIX1, … in turn,
 // COUNT times in all, each time waiting for the disk and then printing the number of the write.
-// With STEP it kills itself instead of making its STEP-th call to the system, when that is a
-// write after half of it.
+// With STEP above 0 it kills itself instead of making its STEP-th call to the system, when that is
+// a write after half of it.
 
 #include "Platform/Linux/session/FileUserDefaults.h"
 #include "Platform/Simulated/VirtualRunLoop.h"
@@ -49,7 +49,7 @@ int main(int argc, char** argv) {
     const std::string prefix = argv[2];
     const int keys = std::atoi(argv[3]);
     const int count = std::atoi(argv[4]);
-    if (argc > 5) {
+    if (argc > 5 && std::atoi(argv[5]) > 0) {
         stepsLeft = std::atoi(argv[5]);
         quillon::setSystemCallHook(dieAtStep);
     }
