@@ -86,6 +86,28 @@ TEST_F(TreeRemovalTest, FolderThatIsFilledForeverIsGivenUp) {
     EXPECT_NE(text.find("Directory not empty"), std::string::npos) << text;
 }
 
+/// Between the look at an entry and the way into it.
+TEST_F(TreeRemovalTest, LinkThatTakesAFoldersPlaceIsNotEntered) {
+    fs::create_directories(path / "tool" / "inner");
+    static fs::path inner;
+    static fs::path target;
+    static int calls;
+    inner = path / "tool" / "inner";
+    target = outside;
+    calls = 0;
+    setSystemCallHook([](const SystemCall& call) {
+        if (call.name != "unlink" || ++calls != 2) {
+            return 0;
+        }
+        fs::rename(inner, inner.parent_path().parent_path() / "moved");
+        fs::create_directory_symlink(target, inner);
+        return EISDIR;
+    });
+    EXPECT_EQ(textOf(folder->remove("tool")), "");
+    EXPECT_EQ(stateOf(outside), outsideBefore);
+    EXPECT_EQ(namesIn(path), Names{"moved"});
+}
+
 /// A link takes the place of a folder, again and again, while the tree is removed.
 TEST_F(TreeRemovalTest, LinksThatAreSwappedInMeanwhileLeadNowhere) {
     std::atomic<bool> ends = false;
