@@ -18,7 +18,7 @@ namespace {
 
 constexpr double longestConnect = 10; // seconds
 constexpr double leastSpeed = 100;    // bytes per second; a server that sends fewer is given up
-constexpr std::size_t largestHead = 256 * 1024; // bytes of all headers, redirects' included
+constexpr std::size_t largestHead = 0x40000; // bytes of all headers, redirects' included
 constexpr long firstFinalStatus = 200;
 
 struct UrlDeleter {
