@@ -23,11 +23,12 @@ HubCommands::HubCommands(HubToolStore& store) : store_(store) {}
 
 std::string HubCommands::status() const {
     auto tools = Json::array();
-    const auto add = [&](const std::string& id, const std::string& subtitle) {
+    const auto add = [&](const std::string& id, const std::string& name,
+                         const std::string& subtitle) {
         const auto record = std::ranges::find(store_.installed(), id, &InstalledToolRecord::id);
         const bool isInstalled = record != store_.installed().end();
         Json tool{{"id", id},
-                  {"name", store_.displayName(id)},
+                  {"name", name},
                   {"subtitle", subtitle},
                   {"installed", isInstalled},
                   {"enabled", isInstalled && record->isEnabled},
@@ -41,12 +42,13 @@ std::string HubCommands::status() const {
     };
     const auto& catalog = store_.catalog().empty() ? builtInCatalog() : store_.catalog();
     for (const auto& item : catalog) {
-        add(item.id, item.subtitle);
+        add(item.id, item.name, item.subtitle);
     }
     for (const auto& record : store_.installed()) {
         if (std::ranges::find(catalog, record.id, &ToolCatalogItem::id) == catalog.end()) {
             const auto module = store_.modules().find(record.id);
-            add(record.id, module == store_.modules().end() ? "" : module->second.subtitle);
+            add(record.id, store_.displayName(record.id),
+                module == store_.modules().end() ? "" : module->second.subtitle);
         }
     }
     const Json status{{"busy", store_.isBusy()}, {"tools", std::move(tools)}};

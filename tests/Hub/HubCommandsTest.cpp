@@ -52,8 +52,9 @@ TEST_F(Commands, KnowWhichToolsThereAre) {
     desktop.urls.answer(catalogUrl, 200, "[]");
     store->refreshCatalog();
     advance(0);
-    EXPECT_EQ(perform(Verb::install, "tool.mediaControl"),
-              "the catalog does not offer 'tool.mediaControl'");
+    EXPECT_EQ(perform(Verb::install, "tool.mediaControl"), std::nullopt) << "it asks once more";
+    advance(0);
+    EXPECT_EQ(outcome, "the catalog does not offer 'tool.mediaControl'");
 }
 
 TEST_F(Commands, AnInstallIsDoneWhenItHasEnded) {

@@ -255,7 +255,8 @@ class Running(OfADesktop, ShellTest):
 
     def test_what_it_finds_was_done_before(self):
         self.expect(0, "disable", MEDIA)
-        self.start_shell()
+        quillon = self.run_quillon()
+        quillon.wait_for_line("Setup complete!")
         self.assertFalse(self.tool(MEDIA)["enabled"])
         self.expect(0, "enable", MEDIA)
 

