@@ -13,7 +13,8 @@ from witnesses import await_idle, wheel_is_free, write_settings
 class Launches(HubTest):
     def expect_tools(self, off=()) -> None:
         """All are installed from no package, and on but for these."""
-        records = self.await_records(lambda found: set(found) >= set(TOOLS))
+        records = self.await_records(lambda found: set(found) >= set(TOOLS) and not any(
+            record["isDownloaded"] for record in found.values()))
         for tool in TOOLS:
             record = records[tool]
             self.assertEqual((record["version"], record["isDownloaded"]), ("1.0.0", False), tool)
@@ -62,8 +63,10 @@ class Launches(HubTest):
                 self.support.mkdir()
                 self.records_file.write_text(damaged)
                 quillon = self.launch()
-                self.expect_tools()
-                self.assertEqual(quillon.stop(), 0)
+                try:
+                    self.expect_tools()
+                finally:
+                    self.assertEqual(quillon.stop(), 0)
                 self.assertEqual(quillon.unexpected_lines(), [])
                 kept = self.support / "installed-tools.json.damaged"
                 self.assertEqual(kept.read_text(), damaged)

@@ -19,8 +19,9 @@ _numbers = itertools.count(1)
 USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
                "Setup complete!", "No tray on this desktop", "Status bar item clicked",
                "Popover opened", "Popover closed", "The X11 connection broke", "X connection to",
-               "QSocketNotifier: Invalid socket", "Media Control:", "Edge check -",
-               "Window switcher", "Cannot start monitoring: no accessibility permission")
+               "QSocketNotifier: Invalid socket", "xcb_shm_create_segment() failed",
+               "Media Control:", "Edge check -", "Window switcher",
+               "Cannot start monitoring: no accessibility permission")
 
 
 class Quillon:

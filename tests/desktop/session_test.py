@@ -90,8 +90,7 @@ class Settings(GestureTest):
         self.expect_nothing_armed(quillon)
         self.desktop.run(QUILLON, "defaults", "write", "Tool4LeftEdge", "true")
         self.assertEqual((folder / "defaults.json.damaged").read_text(), damaged)
-        self.assertEqual(json.loads((folder / "defaults.json").read_text()),
-                         {"Tool4LeftEdge": True})
+        self.assertIs(json.loads((folder / "defaults.json").read_text())["Tool4LeftEdge"], True)
 
     def test_unreadable_file_is_survived(self):
         folder = self.desktop.config / "com.pelorin.PelorinApp"
