@@ -122,6 +122,14 @@ class Catalogs(ServerTest):
                     self.assertEqual(quillon.stop(), 0)
                 self.assertEqual(quillon.unexpected_lines(), [])
 
+    def test_one_item_that_lacks_a_field_spoils_the_catalog(self):
+        incomplete = item(2)
+        del incomplete["minHubVersion"]
+        self.server.catalog = [item(1), incomplete]
+        self.launch_with("good")
+        wait_until(self.install_works, "a catalog")
+        self.assertEqual(list(self.tools()), TOOLS)
+
     def install_works(self) -> bool:
         return subprocess.run([QUILLON, "install", TOOLS[0]], capture_output=True, timeout=20,
                               env=self.desktop.environment).returncode == 0
