@@ -1,7 +1,7 @@
 #include "Replay/ReplayTools.h"
 
-#include "Text/NearestWord.h"
 #include "Replay/StatementReader.h"
+#include "Text/NearestWord.h"
 
 #include <QMetaProperty>
 #include <QVariant>

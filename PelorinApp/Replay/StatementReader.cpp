@@ -1,7 +1,7 @@
 #include "Replay/StatementReader.h"
 
-#include "Text/NearestWord.h"
 #include "Replay/TraceJson.h"
+#include "Text/NearestWord.h"
 
 #include <algorithm>
 #include <charconv>
