@@ -62,10 +62,12 @@ void CatalogService::receive(UrlResult result) {
     queue_->async([result = std::move(result), &runLoop = services_.runLoop,
                    weak = std::weak_ptr(completion_)]() mutable {
         const auto* response = std::get_if<UrlResponse>(&result);
-        auto decoded = response != nullptr && isSuccess(*response) ? decodeCatalog(*response->body)
+        auto catalog = response != nullptr && isSuccess(*response) ? decodeCatalog(*response->body)
                                                                    : std::nullopt;
-        runLoop.async([catalog = decoded ? std::move(*decoded) : builtInCatalog(),
-                       weak = std::move(weak)]() mutable {
+        if (!catalog) {
+            catalog = builtInCatalog();
+        }
+        runLoop.async([catalog = std::move(*catalog), weak = std::move(weak)]() mutable {
             if (const auto completion = weak.lock()) {
                 (*completion)(std::move(catalog));
             }

@@ -1,5 +1,6 @@
 #include "Hub/HubToolModule.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quillon {
@@ -78,16 +79,13 @@ std::vector<HubToolModule> hubToolDescriptions() {
     };
 }
 
-std::vector<HubToolModule> hubToolModules(ToolManagers& managers, IsToolOn isOn) {
+std::vector<HubToolModule> hubToolModules(ToolManagers& managers, const IsToolOn& isOn) {
     auto modules = hubToolDescriptions();
-    const auto wire = [&modules](std::string_view id, std::function<void()> activate,
-                                 std::function<void()> deactivate) {
-        for (auto& module : modules) {
-            if (module.id == id) {
-                module.activate = std::move(activate);
-                module.deactivate = std::move(deactivate);
-            }
-        }
+    const auto wire = [&modules](std::string_view id, std::function<void()> on,
+                                 std::function<void()> off) {
+        const auto module = std::ranges::find(modules, id, &HubToolModule::id);
+        module->activate = std::move(on);
+        module->deactivate = std::move(off);
     };
     wire(
         windowSwitcherId, [&managers] { activate(managers.windowSwitcher(), false); },

@@ -53,7 +53,8 @@ using IsToolOn = std::function<bool(std::string_view id)>;
 
 /// The six modules. They keep a reference to the managers; `isOn` answers for the record of the
 /// other tool where one manager serves two.
-[[nodiscard]] std::vector<HubToolModule> hubToolModules(ToolManagers& managers, IsToolOn isOn);
+[[nodiscard]] std::vector<HubToolModule> hubToolModules(ToolManagers& managers,
+                                                        const IsToolOn& isOn);
 
 /// The same modules with nothing behind them, for work on the records alone.
 [[nodiscard]] std::vector<HubToolModule> hubToolDescriptions();

@@ -39,9 +39,8 @@ InstalledTools withoutDuplicates(InstalledTools records) {
 HubToolStore& HubToolStore::shared() {
     // Never destroyed: it lives as long as the process, the platform no longer than main.
     static const auto& instance = *new std::shared_ptr<HubToolStore>(
-        create(HubServices::of(Platform::current()), [](IsToolOn isOn) {
-            return hubToolModules(sharedToolManagers(), std::move(isOn));
-        }));
+        create(HubServices::of(Platform::current()),
+               [](const IsToolOn& isOn) { return hubToolModules(sharedToolManagers(), isOn); }));
     return *instance;
 }
 
