@@ -10,6 +10,17 @@ def status(pid: int, field: str) -> str:
     return re.search(rf"^{field}:\s*(.*)$", text, re.MULTILINE)[1]
 
 
+def of_threads(pid: int, name: str) -> list[str]:
+    """What this file says of each thread. One may end meanwhile."""
+    texts = []
+    for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
+        try:
+            texts.append((task / name).read_text())
+        except (FileNotFoundError, ProcessLookupError):
+            continue
+    return texts
+
+
 def children(pid: int) -> dict[int, str]:
     """Those that live, and the names of their programs."""
     found = {}
@@ -44,8 +55,7 @@ def processor_time(pid: int) -> float:
 
 def exact_processor_time(pid: int) -> float:
     """Seconds that its threads which live have used, to the nanosecond."""
-    schedules = pathlib.Path(f"/proc/{pid}/task").glob("*/schedstat")
-    return sum(int(schedule.read_text().split()[0]) for schedule in schedules) / 1e9
+    return sum(int(text.split()[0]) for text in of_threads(pid, "schedstat")) / 1e9
 
 
 def resident_memory(pid: int) -> int:
@@ -60,8 +70,5 @@ def peak_memory(pid: int) -> int:
 
 def wakeups(pid: int) -> int:
     """How often its threads have gone on after waiting."""
-    total = 0
-    for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
-        text = (task / "status").read_text()
-        total += int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", text, re.MULTILINE)[1])
-    return total
+    return sum(int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", text, re.MULTILINE)[1])
+               for text in of_threads(pid, "status"))

@@ -61,7 +61,7 @@ def await_idle(process: subprocess.Popen, limit=10.0) -> None:
         for task in pathlib.Path(f"/proc/{process.pid}/task").iterdir():
             try:
                 status = (task / "status").read_text()
-            except FileNotFoundError:  # a thread that has ended meanwhile
+            except (FileNotFoundError, ProcessLookupError):  # it has ended meanwhile
                 continue
             threads += re.findall(r"^(?:State:\t\w|.*voluntary_ctxt_switches:.*)", status, re.MULTILINE)
         return threads
