@@ -29,7 +29,7 @@ def children(pid: int) -> dict[int, str]:
             try:
                 if status(int(child), "State")[0] != "Z":
                     found[int(child)] = os.path.basename(os.readlink(f"/proc/{child}/exe"))
-            except FileNotFoundError:  # it has ended meanwhile
+            except (FileNotFoundError, ProcessLookupError):  # it has ended meanwhile
                 continue
     return found
 
@@ -38,7 +38,7 @@ def is_alive(pid: int) -> bool:
     """Not ended, nor merely unburied."""
     try:
         return status(pid, "State")[0] != "Z"
-    except FileNotFoundError:
+    except (FileNotFoundError, ProcessLookupError):
         return False
 
 
