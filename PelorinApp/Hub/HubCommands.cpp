@@ -13,7 +13,7 @@ namespace quillon {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using OrderedJson = nlohmann::ordered_json;
 
 std::string inQuotes(std::string_view text) { return "'" + std::string(text) + "'"; }
 
@@ -22,12 +22,12 @@ std::string inQuotes(std::string_view text) { return "'" + std::string(text) + "
 HubCommands::HubCommands(HubToolStore& store) : store_(store) {}
 
 std::string HubCommands::status() const {
-    auto tools = Json::array();
+    auto tools = OrderedJson::array();
     const auto add = [&](const std::string& id, const std::string& name,
                          const std::string& subtitle) {
         const auto record = std::ranges::find(store_.installed(), id, &InstalledToolRecord::id);
         const bool isInstalled = record != store_.installed().end();
-        Json tool{{"id", id},
+        OrderedJson tool{{"id", id},
                   {"name", name},
                   {"subtitle", subtitle},
                   {"installed", isInstalled},
@@ -51,8 +51,8 @@ std::string HubCommands::status() const {
                 module == store_.modules().end() ? "" : module->second.subtitle);
         }
     }
-    const Json status{{"busy", store_.isBusy()}, {"tools", std::move(tools)}};
-    return status.dump(-1, ' ', false, Json::error_handler_t::replace);
+    const OrderedJson status{{"busy", store_.isBusy()}, {"tools", std::move(tools)}};
+    return status.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
 }
 
 void HubCommands::perform(const HubCommand& command, std::function<void(Outcome)> done) {

@@ -12,7 +12,6 @@ using testing::UnorderedElementsAre;
 
 constexpr const char* media = "tool.mediaControl";
 constexpr const char* volume = "tool.volumeControl";
-constexpr const char* packageUrl = "https://example.org/media.bin";
 
 class HubStore : public testing::Test, public HubBench {
   protected:

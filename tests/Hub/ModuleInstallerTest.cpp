@@ -7,7 +7,6 @@
 namespace quillon {
 namespace {
 
-constexpr const char* packageUrl = "https://example.org/media.bin";
 constexpr const char* packageBody = "abc";
 constexpr const char* packageDigest =
     "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"; // of "abc"

@@ -18,6 +18,8 @@
 
 namespace quillon {
 
+inline constexpr const char* packageUrl = "https://example.org/media.bin";
+
 /// A simulated desktop with the hub's store on it, whose modules write down how they are switched.
 class HubBench {
   public:

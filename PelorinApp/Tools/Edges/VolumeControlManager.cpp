@@ -8,7 +8,7 @@ namespace quillon {
 
 namespace {
 
-constexpr EdgeToolTraits traits{
+constexpr EdgeToolTraits volumeTraits{
     .isEnabled = {"Tool5EnabledState", true},
     .edgeSensitivity = {"Tool5EdgeSensitivity", 40.0},
     .leftEdge = {"Tool5LeftEdge", false},
@@ -18,7 +18,7 @@ constexpr EdgeToolTraits traits{
     .healthTimerWithoutSource = true,
 };
 constexpr Setting<double> volumeStepsSetting{"Tool5VolumeSteps", 1.0};
-constexpr Setting<double> scrollSensitivitySetting{"Tool5ScrollSensitivity", 1.0};
+constexpr Setting<double> tool5ScrollSensitivity{"Tool5ScrollSensitivity", 1.0};
 
 /// A trackpad sends far more events than a person means steps.
 constexpr Moment minTimeBetweenAdjustments = std::chrono::milliseconds(85);
@@ -43,11 +43,11 @@ VolumeControlManager& VolumeControlManager::shared() {
 }
 
 VolumeControlManager::VolumeControlManager(Platform& platform)
-    : EdgeToolManager(platform, platform.userDefaults.standard(), traits),
+    : EdgeToolManager(platform, platform.userDefaults.standard(), volumeTraits),
       volumeSteps_(doubleForKey(defaults(), volumeStepsSetting.key, volumeStepsSetting.fallback,
                                 platform.diagnostics)),
-      scrollSensitivity_(doubleForKey(defaults(), scrollSensitivitySetting.key,
-                                      scrollSensitivitySetting.fallback, platform.diagnostics)),
+      scrollSensitivity_(doubleForKey(defaults(), tool5ScrollSensitivity.key,
+                                      tool5ScrollSensitivity.fallback, platform.diagnostics)),
       eventMonitor_(platform.monitors) {}
 
 void VolumeControlManager::setVolumeSteps(double steps) {

@@ -13,7 +13,7 @@ namespace quillon {
 
 namespace {
 
-constexpr EdgeToolTraits traits{
+constexpr EdgeToolTraits mediaTraits{
     .isEnabled = {"MediaControlEnabled", true},
     .edgeSensitivity = {"MediaControlEdgeSensitivity", 30.0},
     .leftEdge = {"MediaControlLeftEdge", false},
@@ -50,7 +50,7 @@ MediaControlManager& MediaControlManager::shared() {
 }
 
 MediaControlManager::MediaControlManager(Platform& platform)
-    : EdgeToolManager(platform, platform.userDefaults.standard(), traits),
+    : EdgeToolManager(platform, platform.userDefaults.standard(), mediaTraits),
       middleButtonEnabled_(boolForKey(defaults(), middleButtonSetting.key,
                                       middleButtonSetting.fallback, platform.diagnostics)),
       leftButtonEnabled_(boolForKey(defaults(), leftButtonSetting.key, leftButtonSetting.fallback,

@@ -8,7 +8,7 @@ namespace quillon {
 
 namespace {
 
-constexpr EdgeToolTraits traits{
+constexpr EdgeToolTraits windowTraits{
     .isEnabled = {"WindowSwitcher_IsEnabled", false},
     .edgeSensitivity = {"WindowSwitcher_EdgeSensitivity", 50.0},
     .leftEdge = {"WindowSwitcher_LeftEdge", false},
@@ -76,7 +76,7 @@ std::shared_ptr<WindowSwitcherManager> WindowSwitcherManager::create(Platform& p
 WindowSwitcherManager::WindowSwitcherManager(Platform& platform,
                                              std::shared_ptr<ThreeFingerTouchMonitor> monitor)
     : EdgeScrollManager(
-          platform, openStore(platform.userDefaults), traits, toolId, edgeScrollStepsSetting.key,
+          platform, openStore(platform.userDefaults), windowTraits, toolId, edgeScrollStepsSetting.key,
           loadEdgeScrollSteps(openStore(platform.userDefaults), platform.diagnostics)),
       threeFingerPress_(platform, std::move(monitor),
                         [this] { return threeFingerGestureEnabled_; }),

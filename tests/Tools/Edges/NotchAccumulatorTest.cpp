@@ -9,7 +9,7 @@
 namespace quillon {
 namespace {
 
-using Action = NotchAccumulator::Action;
+using Step = NotchAccumulator::Action;
 
 ScrollSample line(double delta) { return {.lineDelta = delta}; }
 ScrollSample precise(double delta) { return {.precise = true, .preciseDelta = delta}; }
@@ -23,8 +23,8 @@ std::string run(NotchAccumulator& notches, std::initializer_list<double> deltas,
                 std::int64_t threshold) {
     std::string actions;
     for (const double delta : deltas) {
-        const Action action = notches.add(line(delta), threshold);
-        actions += action == Action::positive ? '+' : action == Action::negative ? '-' : '.';
+        const Step action = notches.add(line(delta), threshold);
+        actions += action == Step::positive ? '+' : action == Step::negative ? '-' : '.';
     }
     return actions;
 }
@@ -74,20 +74,20 @@ TEST(NotchAccumulator, SizeNeverCounts) {
 
 TEST(NotchAccumulator, TooSmallAddsNothing) {
     NotchAccumulator notches;
-    EXPECT_EQ(notches.add(line(0.02), 1), Action::none);
-    EXPECT_EQ(notches.add(line(0), 1), Action::none);
-    EXPECT_EQ(notches.add(precise(0.0001), 1), Action::none);
-    EXPECT_EQ(notches.add(precise(-0.0001), 1), Action::none);
+    EXPECT_EQ(notches.add(line(0.02), 1), Step::none);
+    EXPECT_EQ(notches.add(line(0), 1), Step::none);
+    EXPECT_EQ(notches.add(precise(0.0001), 1), Step::none);
+    EXPECT_EQ(notches.add(precise(-0.0001), 1), Step::none);
     EXPECT_EQ(notches.line(), 0);
     EXPECT_EQ(notches.precise(), 0);
-    EXPECT_EQ(notches.add(precise(0.00011), 1), Action::positive);
+    EXPECT_EQ(notches.add(precise(0.00011), 1), Step::positive);
 }
 
 TEST(NotchAccumulator, PreciseAndLineAreCountedApart) {
     NotchAccumulator notches;
     run(notches, {1}, 2);
-    EXPECT_EQ(notches.add(precise(1), 2), Action::none);
-    EXPECT_EQ(notches.add(precise(3), 2), Action::positive);
+    EXPECT_EQ(notches.add(precise(1), 2), Step::none);
+    EXPECT_EQ(notches.add(precise(3), 2), Step::positive);
     EXPECT_EQ(notches.line(), 1);
 }
 
@@ -95,7 +95,7 @@ TEST(NotchAccumulator, PreciseEventIgnoresItsLines) {
     NotchAccumulator notches;
     ScrollSample sample = precise(0);
     sample.lineDelta = 3;
-    EXPECT_EQ(notches.add(sample, 1), Action::none);
+    EXPECT_EQ(notches.add(sample, 1), Step::none);
     EXPECT_EQ(notches.line(), 0);
 }
 
@@ -118,11 +118,11 @@ TEST(NotchAccumulator, EndOfGestureForgetsBothCountsAfterTheAction) {
     NotchAccumulator notches;
     notches.add(precise(1), 4);
     run(notches, {1}, 4);
-    EXPECT_EQ(notches.add(ending(precise(1)), 2), Action::positive);
+    EXPECT_EQ(notches.add(ending(precise(1)), 2), Step::positive);
     EXPECT_EQ(notches.precise(), 0);
     EXPECT_EQ(notches.line(), 0);
     run(notches, {1}, 4);
-    EXPECT_EQ(notches.add(ending(line(0)), 4), Action::none);
+    EXPECT_EQ(notches.add(ending(line(0)), 4), Step::none);
     EXPECT_EQ(notches.line(), 0);
 }
 

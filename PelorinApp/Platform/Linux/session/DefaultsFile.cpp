@@ -42,7 +42,7 @@ Reading unreadable(int error) {
             systemError("cannot be read", error)};
 }
 
-Reading read(const std::filesystem::path& path) {
+Reading readStored(const std::filesystem::path& path) {
     // Opening a device or a named pipe can block or have effects of its own.
     struct stat info {};
     if (::stat(path.c_str(), &info) != 0) {
@@ -151,7 +151,7 @@ bool renameAside(const std::filesystem::path& path) {
 } // namespace
 
 DefaultsFile::Loaded DefaultsFile::load() {
-    Reading reading = read(path_);
+    Reading reading = readStored(path_);
     Loaded loaded;
     if (reading.state == State::damaged || reading.state == State::unavailable) {
         damageKnown_ = reading.state == State::damaged;
@@ -169,7 +169,7 @@ DefaultsFile::Updated DefaultsFile::update(const DefaultsChanges& changes) {
     Updated updated;
     const std::filesystem::path target = followLinks(path_);
     // Without the lock at first, so that what changes nothing leaves no trace.
-    Reading reading = read(target);
+    Reading reading = readStored(target);
     if (reading.state == State::unavailable || !applyTo(reading, changes, intact_)) {
         if (reading.state == State::unavailable) {
             updated.failure = "it " + reading.reason;
@@ -195,7 +195,7 @@ std::optional<std::string> DefaultsFile::replace(const std::filesystem::path& ta
     if (lock.held()) {
         AtomicFile::removeAbandoned(target);
     }
-    Reading reading = read(target);
+    Reading reading = readStored(target);
     if (reading.state == State::unavailable) {
         return "it " + reading.reason;
     }

@@ -8,15 +8,15 @@ namespace quillon {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r\v\f";
+constexpr std::string_view entryBlanks = " \t\r\v\f";
 constexpr std::string_view mainGroup = "[Desktop Entry]";
 
 std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
+    const auto first = text.find_first_not_of(entryBlanks);
     if (first == std::string_view::npos) {
         return {};
     }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(entryBlanks) - first + 1);
 }
 
 /// Takes the next line off the text.

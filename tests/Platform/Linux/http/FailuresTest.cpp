@@ -9,7 +9,6 @@ using HttpFailuresTest = HttpFixture;
 
 constexpr const char* brokenOff = "[the server broke the connection off]";
 constexpr const char* notFound = "[the server was not found; is this computer online?]";
-constexpr const char* tooSlow = "[the server takes too long to answer]";
 
 TEST_F(HttpFailuresTest, ConnectionsThatBreakOffAreTold) {
     EXPECT_EQ(fetchAnswer("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nonly this"), brokenOff);

@@ -19,6 +19,8 @@
 
 namespace quillon {
 
+inline constexpr const char* tooSlow = "[the server takes too long to answer]";
+
 /// A session that trusts the servers of tests, beside a run loop that must not be held up.
 struct HttpFixture : testing::Test {
     static constexpr double limit = 40; // seconds, that no passing test reaches

@@ -8,7 +8,6 @@ namespace quillon {
 namespace {
 
 constexpr const char* tooLarge = "[the server's answer is too large]";
-constexpr const char* tooSlow = "[the server takes too long to answer]";
 
 struct HttpLimitsTest : HttpFixture {
     /// Kilobytes that this process has had in memory at most since the last forgetPeak().

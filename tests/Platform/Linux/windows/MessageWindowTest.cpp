@@ -13,9 +13,6 @@
 namespace quillon {
 namespace {
 
-constexpr xcb_keysym_t returnKey = 0xFF0D;
-constexpr xcb_keysym_t escapeKey = 0xFF1B;
-
 bool hasKeyboard(MessageWindow& window) {
     return waitUntil([&] {
         return window.box().windowHandle() != nullptr &&

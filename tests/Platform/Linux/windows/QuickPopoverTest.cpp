@@ -11,7 +11,6 @@
 namespace quillon {
 namespace {
 
-constexpr xcb_keysym_t escapeKey = 0xFF1B;
 constexpr Rect anchorAtTop{600, 776, 24, 24};
 
 constexpr const char* screenSource = R"(

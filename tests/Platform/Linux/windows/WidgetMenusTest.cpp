@@ -10,8 +10,6 @@
 namespace quillon {
 namespace {
 
-constexpr xcb_keysym_t returnKey = 0xFF0D;
-constexpr xcb_keysym_t escapeKey = 0xFF1B;
 constexpr xcb_keysym_t downKey = 0xFF54;
 constexpr xcb_keysym_t controlKey = 0xFFE3;
 

@@ -19,6 +19,9 @@
 
 namespace quillon {
 
+inline constexpr xcb_keysym_t returnKey = 0xFF0D;
+inline constexpr xcb_keysym_t escapeKey = 0xFF1B;
+
 /// Something on the screen that a popover or menu belongs to.
 struct AnchorView final : View, ViewHost {
     std::optional<Rect> place;

@@ -7,7 +7,7 @@ namespace {
 
 using Kind = CaughtPress::Kind;
 
-constexpr CaughtPress left(std::uint16_t device, std::uint32_t time) {
+constexpr CaughtPress leftPress(std::uint16_t device, std::uint32_t time) {
     return {Kind::left, device, time};
 }
 constexpr CaughtPress wheel(std::uint16_t button, std::uint32_t time) {
@@ -16,29 +16,29 @@ constexpr CaughtPress wheel(std::uint16_t button, std::uint32_t time) {
 
 TEST(CaughtPressesTest, EachIsClaimedOnce) {
     CaughtPresses presses;
-    presses.consume(left(4, 1000));
-    presses.consume(left(4, 1000));
-    EXPECT_TRUE(presses.claim(left(4, 1000)));
-    EXPECT_TRUE(presses.claim(left(4, 1000)));
-    EXPECT_FALSE(presses.claim(left(4, 1000)));
+    presses.consume(leftPress(4, 1000));
+    presses.consume(leftPress(4, 1000));
+    EXPECT_TRUE(presses.claim(leftPress(4, 1000)));
+    EXPECT_TRUE(presses.claim(leftPress(4, 1000)));
+    EXPECT_FALSE(presses.claim(leftPress(4, 1000)));
 }
 
 TEST(CaughtPressesTest, TheServersClockMayHaveGoneOnBetweenItsTwoMessages) {
     CaughtPresses presses;
-    presses.consume(left(4, 1001));
-    EXPECT_TRUE(presses.claim(left(4, 1000)));
-    presses.consume(left(4, 5)); // the clock has started anew
-    EXPECT_TRUE(presses.claim(left(4, 0xFFFFFFFF)));
+    presses.consume(leftPress(4, 1001));
+    EXPECT_TRUE(presses.claim(leftPress(4, 1000)));
+    presses.consume(leftPress(4, 5)); // the clock has started anew
+    EXPECT_TRUE(presses.claim(leftPress(4, 0xFFFFFFFF)));
 }
 
 TEST(CaughtPressesTest, OfAnotherDeviceOrAnotherTimeItIsAnotherPress) {
     CaughtPresses presses;
-    presses.consume(left(4, 1000));
-    EXPECT_FALSE(presses.claim(left(5, 1000)));
+    presses.consume(leftPress(4, 1000));
+    EXPECT_FALSE(presses.claim(leftPress(5, 1000)));
     EXPECT_FALSE(presses.claim(wheel(4, 1000)));
-    EXPECT_FALSE(presses.claim(left(4, 1030)));
-    EXPECT_FALSE(presses.claim(left(4, 970)));
-    EXPECT_TRUE(presses.claim(left(4, 1000)));
+    EXPECT_FALSE(presses.claim(leftPress(4, 1030)));
+    EXPECT_FALSE(presses.claim(leftPress(4, 970)));
+    EXPECT_TRUE(presses.claim(leftPress(4, 1000)));
 }
 
 TEST(CaughtPressesTest, OfSeveralThatAreCloseItIsTheNearest) {
@@ -63,9 +63,9 @@ TEST(CaughtPressesTest, EachKindMayBeCaughtByItself) {
 TEST(CaughtPressesTest, ManyAreConsumedWhileNobodyAsks) {
     CaughtPresses presses;
     for (std::uint32_t time = 0; time < 100'000; time += 100) {
-        presses.consume(left(4, time));
+        presses.consume(leftPress(4, time));
     }
-    EXPECT_TRUE(presses.claim(left(4, 99'900)));
+    EXPECT_TRUE(presses.claim(leftPress(4, 99'900)));
 }
 
 } // namespace

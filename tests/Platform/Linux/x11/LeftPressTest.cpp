@@ -13,7 +13,7 @@ namespace {
 
 using Buttons = std::vector<std::string>;
 
-const Buttons leftClick{"press 1", "release 1"};
+const Buttons wholeClick{"press 1", "release 1"};
 const Buttons middleClick{"press 2", "release 2"};
 
 bool everywhere(Point, std::span<const Rect>) { return true; }
@@ -94,7 +94,7 @@ TEST_F(LeftPressTest, PassesExactlyOnce) {
         press();
         ASSERT_TRUE(waitUntil([&] { return client.buttons().size() == expected.size() + 1; }));
         release();
-        expected.insert(expected.end(), leftClick.begin(), leftClick.end());
+        expected.insert(expected.end(), wholeClick.begin(), wholeClick.end());
         ASSERT_TRUE(waitUntil([&] { return client.buttons().size() == expected.size(); }));
     }
     expectButtons(expected);
@@ -201,7 +201,7 @@ TEST_F(LeftPressTest, DisarmedWhileThePressIsAskedAbout) {
     ASSERT_TRUE(waitUntil([&] { return client.buttons().size() == 1; }));
     EXPECT_TRUE(waitUntilLeftFree());
     release();
-    expectButtons(leftClick);
+    expectButtons(wholeClick);
     press();
     release();
     ASSERT_TRUE(waitUntil([&] { return client.buttons().back() == "release 1"; }));
@@ -217,7 +217,7 @@ TEST_F(LeftPressTest, PressThatMeetsTheDisarmingIsNotLost) {
         press();
         release();
         events.setArmedAt(*made, everywhere);
-        expected.insert(expected.end(), leftClick.begin(), leftClick.end());
+        expected.insert(expected.end(), wholeClick.begin(), wholeClick.end());
         ASSERT_TRUE(waitUntil([&] { return client.buttons().size() == expected.size(); })) << i;
     }
     expectButtons(expected);
@@ -242,7 +242,7 @@ TEST_F(LeftPressTest, TapThatAnswersTooLateIsDisabledAndThePressPasses) {
     EXPECT_TRUE(waitUntilLeftFree()) << "a disabled tap holds nothing";
     middleUp();
     release();
-    expectButtons(leftClick);
+    expectButtons(wholeClick);
 
     probe.meanwhile = nullptr;
     events.enableTap(*made, true);
@@ -262,7 +262,7 @@ TEST_F(LeftPressTest, BusyMainThreadCostsNoPress) {
     release();
     ASSERT_TRUE(waitUntil([&] { return !probe.told.empty(); }));
     EXPECT_TRUE(probe.places.empty());
-    expectButtons(leftClick);
+    expectButtons(wholeClick);
 }
 
 TEST_F(LeftPressTest, PassesWhereItIsNotArmed) {
@@ -271,7 +271,7 @@ TEST_F(LeftPressTest, PassesWhereItIsNotArmed) {
     ASSERT_TRUE(waitUntilLeftHeld());
     press();
     release();
-    expectButtons(leftClick);
+    expectButtons(wholeClick);
     EXPECT_TRUE(probe.places.empty());
 }
 
