@@ -8,6 +8,10 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverl
                     -Wcast-align -Wformat=2
                     # Members that are left out have their defaults, which is what they are for.
                     -Wno-missing-field-initializers)
+if(CMAKE_UNITY_BUILD)
+  # Files compiled as one share their unnamed namespaces: what looks like hiding is none in a file.
+  add_compile_options(-Wno-shadow)
+endif()
 if(QUILLON_WARNINGS_AS_ERRORS)
   add_compile_options(-Werror)
 endif()
@@ -23,8 +27,7 @@ if(QUILLON_COVERAGE)
   add_link_options(--coverage)
 endif()
 if(QUILLON_FUZZ)
-  # Coverage that steers the fuzzers, for them and the libraries that they test. All else need not
-  # be compiled for long: it is only read for warnings.
+  # Coverage that steers the fuzzers, for them and the libraries that they test.
   set(QUILLON_FUZZ_OPTIONS -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
 endif()

@@ -27,13 +27,16 @@ trap 'stop_owned 2' INT
 trap 'stop_owned 15' TERM
 trap 'stop_owned 1' HUP
 
-# Configures and builds one preset, saying little unless it fails.
-build() { # $1: preset
+# Says little unless it fails.
+configure() { # $1: preset
     local log=build/$1.configure.log
     mkdir -p build
     if ! owned cmake --preset "$1" >"$log" 2>&1; then
         cat "$log" >&2
         return 1
     fi
-    owned cmake --build --preset "$1" -- -j2
+}
+
+build() { # $1: preset
+    configure "$1" && owned cmake --build --preset "$1" -- -j2
 }

@@ -7,7 +7,6 @@ a whole turn of the injected wheel is now and then missing, and it is not known 
 
 import collections
 import os
-import pathlib
 import random
 import time
 import unittest
@@ -15,12 +14,12 @@ import unittest
 from all_tools import ROW, THREE
 from all_tools_hand import CENTRE, HALF, RandomHand
 from key_grabber import NEXT, PLAY, PREVIOUS, strokes
-from process_facts import private_memory
+from process_facts import is_sanitized, private_memory
 from quillon_desktop import BAND, HEIGHT, WIDTH
 from sound_servers import NORM
 from switcher_desktop import active
 from volume_desktop import INTERVAL, STEPS
-from witnesses import X11_PROBE, await_idle, await_wheel, wait_until
+from witnesses import QUILLON, X11_PROBE, await_idle, await_wheel, wait_until
 
 EVENTS = int(os.environ.get("ALL_TOOLS_EVENTS", 4000))
 ROUND = max(1000, EVENTS // 20)  # events after which all is compared
@@ -55,11 +54,8 @@ class AllTools(RandomHand):
         print(f"{self.id()}: {self.events} events in {time.monotonic() - start:.0f} s; "
               f"{dict(self.done)}, {self.acted() - self.acted_before} consumed; "
               f"memory in kB: {[each >> 10 for each in memory]}")
-        if not self.is_sanitized():  # which keeps what is freed
+        if not is_sanitized(QUILLON):
             self.assertLess(memory[-1] - memory[len(memory) // 3], GROWTH)
-
-    def is_sanitized(self) -> bool:
-        return "libasan" in pathlib.Path(f"/proc/{self.quillon.process.pid}/maps").read_text()
 
     # One of the things that are done
 

@@ -87,10 +87,3 @@ class HubTest(DesktopTest):
             installed = datetime.datetime.strptime(record["installedAt"], "%Y-%m-%dT%H:%M:%SZ")
             age = datetime.datetime.utcnow() - installed
             self.assertLess(abs(age.total_seconds()), 3600, record)
-
-
-def sanitized() -> bool:
-    """Whether the program is one that looks for its own mistakes, and so is slow."""
-    return b"__asan_init" in pathlib.Path(QUILLON).read_bytes()
-
-

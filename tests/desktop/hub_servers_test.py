@@ -9,8 +9,8 @@ import time
 import unittest
 
 from catalog_server import HUGE, PACKAGE, Server, digest, item
-from hub_desktop import TOOLS, HubTest, sanitized
-from process_facts import peak_memory
+from hub_desktop import TOOLS, HubTest
+from process_facts import is_sanitized, peak_memory
 from witnesses import QUILLON, wait_until
 
 import gi
@@ -19,7 +19,7 @@ from gi.repository import Gio, GLib  # noqa: E402
 
 # Seconds for which a main thread may be held up; here it is 0.03, and a machine that is busy has its
 # own ideas. A sanitized program is several times slower.
-LONGEST_STALL = 0.25 if sanitized() else 0.1
+LONGEST_STALL = 0.25 if is_sanitized(QUILLON) else 0.1
 MEMORY = HUGE // 5  # bytes; what a server's flood may cost at most
 
 BAD = ["empty", "loop", "to-file", "missing", "broken", "wrong", "huge", "endless", "headers",
@@ -93,7 +93,7 @@ class ServerTest(HubTest):
         print(f"{mode}: longest stall {1000 * pulse.longest:.1f} ms, "
               f"peak memory {peak_memory(quillon.process.pid) >> 20} MiB")
         self.assertLess(pulse.longest, LONGEST_STALL, mode)
-        if not sanitized():
+        if not is_sanitized(QUILLON):
             self.assertLess(peak_memory(quillon.process.pid), MEMORY, mode)
 
 

@@ -72,3 +72,8 @@ def wakeups(pid: int) -> int:
     """How often its threads have gone on after waiting."""
     return sum(int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", text, re.MULTILINE)[1])
                for text in of_threads(pid, "status"))
+
+
+def is_sanitized(program: str) -> bool:
+    """Whether it looks for its own mistakes, and so is slow, and keeps what is freed."""
+    return b"__asan_init" in pathlib.Path(program).read_bytes()
