@@ -48,9 +48,11 @@ class Commands:
     def tool(self, identifier: str) -> dict:
         return next(tool for tool in self.status()["tools"] if tool["id"] == identifier)
 
+    def records_file(self) -> pathlib.Path:
+        return self.data / "com.pelorin.PelorinApp/installed-tools.json"
+
     def records(self) -> dict[str, dict]:
-        file = self.data / "com.pelorin.PelorinApp/installed-tools.json"
-        return {record["id"]: record for record in json.loads(file.read_text())}
+        return {record["id"]: record for record in json.loads(self.records_file().read_text())}
 
     def settings(self) -> dict:
         file = self.config / "com.pelorin.PelorinApp/defaults.json"
@@ -278,6 +280,7 @@ class Running(OfADesktop, ShellTest):
     def test_killed_in_a_command(self):
         for _ in range(5):
             quillon = self.start_shell()
+            wait_until(self.records_file().exists, "the first start has written its records")
             before = set(self.records())
             command = subprocess.Popen([QUILLON, "install", VOLUME], env=self.environment,
                                        stderr=subprocess.PIPE, text=True)

@@ -5,7 +5,8 @@ import signal
 import unittest
 
 from witnesses import (GTK3_CLIENT, QT6_CLIENT, QUILLON, Client, DesktopHistory, Failed, Injector,
-                       Lines, PrivateDesktop, await_wheel, wait_until, write_settings)
+                       Lines, PrivateDesktop, await_idle, await_wheel, wait_until,
+                       write_settings)
 
 WIDTH, HEIGHT = 1280, 800  # of a private desktop
 BAND = 40  # pixels from the frame within which a band reaches by default, the last one included
@@ -106,6 +107,13 @@ class GestureTest(DesktopTest):
         super().setUpClass()
         cls.injector = Injector(cls.desktop)
         cls.history = DesktopHistory(cls.desktop)
+
+    def start_quillon(self, *edges: str, **how) -> Quillon:
+        """Until it has done all that it does at its start: the hand does not hurry."""
+        quillon = super().start_quillon(*edges, **how)
+        quillon.wait_for_line("Setup complete!")
+        await_idle(quillon.process)
+        return quillon
 
     def go_into_band(self, x: int, y: int) -> None:
         self.injector.move(x, y)
