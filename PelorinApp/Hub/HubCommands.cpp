@@ -28,11 +28,11 @@ std::string HubCommands::status() const {
         const auto record = std::ranges::find(store_.installed(), id, &InstalledToolRecord::id);
         const bool isInstalled = record != store_.installed().end();
         OrderedJson tool{{"id", id},
-                  {"name", name},
-                  {"subtitle", subtitle},
-                  {"installed", isInstalled},
-                  {"enabled", isInstalled && record->isEnabled},
-                  {"installing", store_.installingToolIDs().contains(id)}};
+                         {"name", name},
+                         {"subtitle", subtitle},
+                         {"installed", isInstalled},
+                         {"enabled", isInstalled && record->isEnabled},
+                         {"installing", store_.installingToolIDs().contains(id)}};
         if (isInstalled) {
             tool["version"] = record->version;
             tool["installedAt"] = internetDateTime(record->installedAt);

@@ -76,7 +76,8 @@ std::shared_ptr<WindowSwitcherManager> WindowSwitcherManager::create(Platform& p
 WindowSwitcherManager::WindowSwitcherManager(Platform& platform,
                                              std::shared_ptr<ThreeFingerTouchMonitor> monitor)
     : EdgeScrollManager(
-          platform, openStore(platform.userDefaults), windowTraits, toolId, edgeScrollStepsSetting.key,
+          platform, openStore(platform.userDefaults), windowTraits, toolId,
+          edgeScrollStepsSetting.key,
           loadEdgeScrollSteps(openStore(platform.userDefaults), platform.diagnostics)),
       threeFingerPress_(platform, std::move(monitor),
                         [this] { return threeFingerGestureEnabled_; }),
