@@ -68,9 +68,14 @@ class SoundServer:
         wait_until(lambda: name not in self.sinks(), f"no sink {name}")
 
     def switch_to(self, name: str) -> None:
-        """Makes it the default sink."""
-        self._pactl("set-default-sink", name)
-        wait_until(lambda: self.default_sink() == name, f"{name} is the default sink")
+        """Makes it the default sink, as soon as there is somebody to keep that: PipeWire's session
+        manager starts beside it."""
+        def is_default() -> bool:
+            with contextlib.suppress(Failed):
+                self._pactl("set-default-sink", name)
+            return self.default_sink() == name
+
+        wait_until(is_default, f"{name} is the default sink")
 
     # Volumes, in raw units
 
