@@ -16,11 +16,13 @@ OFF = {"HubEnabled.tool.desktopSwitcher": False}
 
 _numbers = itertools.count(1)
 
-# What it says on every start, or its toolkit when the X server goes.
+# What it says on every start, or its toolkit when the X server goes, or the leak checker of a thread
+# that is just ending then.
 USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
                "Setup complete!", "No tray on this desktop", "Status bar item clicked",
                "Popover opened", "Popover closed", "The X11 connection broke", "X connection to",
                "QSocketNotifier: Invalid socket", "xcb_shm_create_segment() failed",
+               "Unable to get registers from thread",
                "Media Control:", "Edge check -", "Window switcher",
                "Cannot start monitoring: no accessibility permission")
 
