@@ -2,6 +2,7 @@
 tray, and the hub."""
 
 import itertools
+import time
 
 from quillon_desktop import HEIGHT, WIDTH, DesktopTest
 from shell_view import Rectangle, ShellView
@@ -38,14 +39,17 @@ class PixelWatch:
         self._desktop.end(self._process)
 
 
-def at_rest(place, what: str, limit=10.0) -> Rectangle:
-    """Where something is when it is there and has stopped moving."""
-    before = None
+def at_rest(place, what: str, limit=10.0, rest=0.0) -> Rectangle:
+    """Where something is when it is there and has stopped moving, for so many seconds."""
+    before, since = None, 0.0
 
     def rests():
-        nonlocal before
+        nonlocal before, since
         last, before = before, place()
-        return before is not None and last == before
+        if before is None or last != before:
+            since = time.monotonic()
+            return False
+        return time.monotonic() - since >= rest
     wait_until(rests, what, limit)
     return before
 
@@ -58,8 +62,8 @@ class Shell(ShellView):
         self.hand = hand
 
     def await_item(self, limit=10.0) -> Rectangle:
-        """Docked, and no longer moved about by the panel."""
-        return at_rest(self.item, "the item is in the tray", limit)
+        """Docked, and no longer moved about by the panel, which may take its time."""
+        return at_rest(self.item, "the item is in the tray", limit, rest=0.2)
 
     def click_item(self, button=1) -> None:
         self.hand.move(*self.await_item().middle)
