@@ -4,7 +4,7 @@
 import unittest
 
 from quillon_desktop import BAND, HEIGHT, GestureTest
-from witnesses import await_idle, wait_until
+from witnesses import Failed, await_idle, wait_until
 
 KEYS = {"left": "ctrl+alt+Left", "right": "ctrl+alt+Right"}  # by default in all four of them
 NOTCHES = {"left": "up", "right": "down"}
@@ -30,17 +30,26 @@ class RowEnds(GestureTest):
     def end_of(self, act, start: int, direction: str) -> int:
         """Where it leads. That it leads nowhere shows by what is done after it coming first; that
         must not be where one could get to by a step to either side. A window manager may publish
-        one and the same desktop twice."""
+        one and the same desktop twice, and xfwm4 now and then overhears its shortcut."""
         def others(changes: list[int]) -> list[int]:
             return [desktop for desktop in changes if desktop != start]
 
-        self.history.go_to(start)
-        act(direction)
-        if not others(self.history.remainder((start + 2) % 4)):
+        def leads_somewhere() -> bool:
+            self.history.go_to(start)
+            act(direction)
+            return bool(others(self.history.remainder((start + 2) % 4)))
+
+        tries = 3 if act == self.press_keys else 1
+        if not any(leads_somewhere() for _ in range(tries)):
             return start
-        self.history.go_to(start)
-        act(direction)
-        return wait_until(lambda: others(self.history.changes()), "another desktop")[0]
+        for remaining in reversed(range(tries)):
+            self.history.go_to(start)
+            act(direction)
+            try:
+                return wait_until(lambda: others(self.history.changes()), "another desktop")[0]
+            except Failed:
+                if not remaining:
+                    raise
 
     def compare(self, steps) -> dict:
         """Answers where the window manager's own shortcut leads."""

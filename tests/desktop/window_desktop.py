@@ -3,6 +3,7 @@
 import json
 import re
 import subprocess
+import time
 
 from quillon_desktop import DesktopTest
 from witnesses import PLAIN_WINDOWS, WINDOW_TOOL, Failed, wait_until
@@ -121,8 +122,19 @@ class WindowsTest(DesktopTest):
 
     def use(self, window: int) -> None:
         """Clicks into it, so that it has been used later than anything else."""
-        self.desktop.run("wmctrl", "-i", "-a", window)
-        wait_until(lambda: self.stacking()[0] == window, f"{window:#x} is in front")
+        asked = None
+
+        def is_in_front() -> bool:
+            """A window manager may refuse while it still arranges what has just appeared."""
+            nonlocal asked
+            if self.stacking()[0] == window:
+                return True
+            if asked is None or time.monotonic() - asked > 1:
+                asked = time.monotonic()
+                self.desktop.run("wmctrl", "-i", "-a", window)
+            return False
+
+        wait_until(is_in_front, f"{window:#x} is in front")
         x, y, width, height = self.frame(window)
         self.desktop.run("xdotool", "mousemove", x + width // 2, y + height // 2)
 
