@@ -54,9 +54,10 @@ class VolumeLevel(ShellTest):
         moments = [moment for moment, _hash in values]
         gaps = [after - before for before, after in zip(moments[-6:], moments[-5:])]
         print(f"{self.id()}: {len(values)} pictures, {[round(gap, 3) for gap in gaps]} s apart")
+        # What is seen late, on a busy machine, makes one gap longer and the next one shorter.
         for gap in gaps[:-1]:
-            self.assertGreater(gap, INTERVAL - 0.02)
             self.assertLess(gap, INTERVAL + 0.06)
+        self.assertGreater(sum(gaps[:-1]), len(gaps[:-1]) * (INTERVAL - 0.01) - 0.02)
 
     def await_icon_is_back(self):
         return self.pixels.all()[-1][1] == 0
