@@ -42,7 +42,8 @@ void ScrollReversal::settle() {
 
 bool ScrollReversal::connect() {
     connection_ = X11Connection::open();
-    if (!connection_ || !connection_->hasExtension(&xcb_input_id)) {
+    const auto firstEvent = connection_ ? connection_->firstEvent(&xcb_input_id) : std::nullopt;
+    if (!firstEvent) {
         connection_.reset();
         return false;
     }
@@ -54,9 +55,7 @@ bool ScrollReversal::connect() {
     }
     connectedAt_ = Clock::now();
     atoms_.emplace(*connection_);
-    mappingEvent_ = static_cast<std::uint8_t>(
-        xcb_get_extension_data(connection_->get(), &xcb_input_id)->first_event +
-        XCB_INPUT_DEVICE_MAPPING_NOTIFY);
+    mappingEvent_ = static_cast<std::uint8_t>(*firstEvent + XCB_INPUT_DEVICE_MAPPING_NOTIFY);
     if (isAnythingWanted()) {
         listen();
     }

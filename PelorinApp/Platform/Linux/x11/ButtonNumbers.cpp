@@ -14,11 +14,11 @@ unsigned mapped(std::uint32_t button, const ButtonMap& map) {
 } // namespace
 
 void ButtonNumbers::follow() {
-    const auto* extension = xcb_get_extension_data(connection_.get(), &xcb_input_id);
-    if (extension == nullptr || extension->present == 0) {
+    const auto firstEvent = connection_.firstEvent(&xcb_input_id);
+    if (!firstEvent) {
         return;
     }
-    mappingNotify_ = extension->first_event + XCB_INPUT_DEVICE_MAPPING_NOTIFY;
+    mappingNotify_ = *firstEvent + XCB_INPUT_DEVICE_MAPPING_NOTIFY;
     struct {
         xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL, 1};
         std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_HIERARCHY;

@@ -11,16 +11,10 @@ namespace quillon {
 
 namespace {
 
-/// The extension's first event; 0 when the connection is gone.
-std::uint8_t firstEvent(const X11Connection& connection) {
-    const auto* extension = xcb_get_extension_data(connection.get(), &xcb_input_id);
-    return extension == nullptr ? 0 : extension->first_event;
-}
-
 void fakeRelease(const X11Connection& connection, xcb_input_device_id_t device,
                  std::uint8_t physical) {
-    if (const std::uint8_t first = firstEvent(connection); first != 0) {
-        xcb_test_fake_input(connection.get(), first + XCB_INPUT_DEVICE_BUTTON_RELEASE, physical,
+    if (const auto first = connection.firstEvent(&xcb_input_id)) {
+        xcb_test_fake_input(connection.get(), *first + XCB_INPUT_DEVICE_BUTTON_RELEASE, physical,
                             XCB_CURRENT_TIME, XCB_NONE, 0, 0, static_cast<std::uint8_t>(device));
     }
 }
@@ -98,8 +92,8 @@ void releaseOnDevices(const X11Connection& connection, std::uint8_t button,
 
 void touchAxis(const X11Connection& connection, xcb_input_device_id_t device, std::uint16_t axis) {
     constexpr std::uint8_t relative = 1;
-    const std::uint8_t first = firstEvent(connection);
-    if (first == 0) {
+    const auto first = connection.firstEvent(&xcb_input_id);
+    if (!first) {
         return;
     }
     // The bindings leave no room for the axes.
@@ -107,10 +101,10 @@ void touchAxis(const X11Connection& connection, xcb_input_device_id_t device, st
         xcb_test_fake_input_request_t request{};
         xcb_input_device_valuator_event_t axes{};
     } message;
-    message.request.type = first + XCB_INPUT_DEVICE_MOTION_NOTIFY;
+    message.request.type = *first + XCB_INPUT_DEVICE_MOTION_NOTIFY;
     message.request.detail = relative;
     message.request.deviceid = static_cast<std::uint8_t>(device);
-    message.axes.response_type = first + XCB_INPUT_DEVICE_VALUATOR;
+    message.axes.response_type = *first + XCB_INPUT_DEVICE_VALUATOR;
     message.axes.device_id = message.request.deviceid;
     message.axes.first_valuator = static_cast<std::uint8_t>(axis);
     message.axes.num_valuators = 1;

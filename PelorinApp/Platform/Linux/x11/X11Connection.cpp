@@ -21,9 +21,9 @@ std::unique_ptr<X11Connection> X11Connection::open() {
 
 X11Connection::~X11Connection() { xcb_disconnect(connection_); }
 
-bool X11Connection::hasExtension(xcb_extension_t* extension) const {
+std::optional<std::uint8_t> X11Connection::firstEvent(xcb_extension_t* extension) const {
     const auto* data = xcb_get_extension_data(connection_, extension);
-    return data != nullptr && data->present != 0;
+    return data != nullptr && data->present != 0 ? std::optional(data->first_event) : std::nullopt;
 }
 
 xcb_atom_t X11Connection::atom(std::string_view name) const {

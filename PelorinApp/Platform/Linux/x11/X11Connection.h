@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include <xcb/xcb.h>
@@ -35,7 +36,13 @@ class X11Connection {
     /// The server is gone, or has closed this connection.
     [[nodiscard]] bool isBroken() const { return xcb_connection_has_error(connection_) != 0; }
 
-    [[nodiscard]] bool hasExtension(xcb_extension_t* extension) const;
+    [[nodiscard]] bool hasExtension(xcb_extension_t* extension) const {
+        return firstEvent(extension).has_value();
+    }
+
+    /// The number of an extension's first event; nothing without the extension, and also without
+    /// the server: that may go from one line to the next.
+    [[nodiscard]] std::optional<std::uint8_t> firstEvent(xcb_extension_t* extension) const;
     [[nodiscard]] xcb_atom_t atom(std::string_view name) const;
 
     /// Waits, for an answer of the server only, until everything sent so far is done.

@@ -96,11 +96,9 @@ void X11Displays::handleEvent(const xcb_generic_event_t& event) {
         }
         return;
     }
-    const auto* randr = xcb_get_extension_data(connection_->get(), &xcb_randr_id);
-    const bool randrEvent =
-        randr != nullptr && randr->present != 0 &&
-        (type == randr->first_event + unsigned{XCB_RANDR_SCREEN_CHANGE_NOTIFY} ||
-         type == randr->first_event + unsigned{XCB_RANDR_NOTIFY});
+    const auto randr = connection_->firstEvent(&xcb_randr_id);
+    const bool randrEvent = randr && (type == *randr + unsigned{XCB_RANDR_SCREEN_CHANGE_NOTIFY} ||
+                                      type == *randr + unsigned{XCB_RANDR_NOTIFY});
     if (randrEvent || type == XCB_CONFIGURE_NOTIFY) {
         readGeometry();
     }
