@@ -14,7 +14,7 @@ constexpr EdgeToolTraits desktopTraits{
     .topEdge = {"Tool4TopEdge", false},
     .bottomEdge = {"Tool4BottomEdge", false},
 };
-constexpr Setting<double> tool4ScrollSensitivity{"Tool4ScrollSensitivity", 4.0};
+constexpr Setting<double> tool4ScrollSensitivitySetting{"Tool4ScrollSensitivity", 4.0};
 
 // Control + left and right arrow: the system's own shortcuts for the neighbouring desktops.
 constexpr std::string_view previousDesktopScript =
@@ -32,10 +32,11 @@ Tool4EdgesManager& Tool4EdgesManager::shared() {
 }
 
 Tool4EdgesManager::Tool4EdgesManager(Platform& platform)
-    : EdgeScrollManager(platform, platform.userDefaults.standard(), desktopTraits, toolId,
-                        tool4ScrollSensitivity.key,
-                        doubleForKey(platform.userDefaults.standard(), tool4ScrollSensitivity.key,
-                                     tool4ScrollSensitivity.fallback, platform.diagnostics)) {}
+    : EdgeScrollManager(
+          platform, platform.userDefaults.standard(), desktopTraits, toolId,
+          tool4ScrollSensitivitySetting.key,
+          doubleForKey(platform.userDefaults.standard(), tool4ScrollSensitivitySetting.key,
+                       tool4ScrollSensitivitySetting.fallback, platform.diagnostics)) {}
 
 void Tool4EdgesManager::setScrollSensitivity(double notches) {
     if (setNotchesPerAction(notches)) {

@@ -18,7 +18,7 @@ constexpr EdgeToolTraits volumeTraits{
     .healthTimerWithoutSource = true,
 };
 constexpr Setting<double> volumeStepsSetting{"Tool5VolumeSteps", 1.0};
-constexpr Setting<double> tool5ScrollSensitivity{"Tool5ScrollSensitivity", 1.0};
+constexpr Setting<double> tool5ScrollSensitivitySetting{"Tool5ScrollSensitivity", 1.0};
 
 /// A trackpad sends far more events than a person means steps.
 constexpr Moment minTimeBetweenAdjustments = std::chrono::milliseconds(85);
@@ -46,8 +46,9 @@ VolumeControlManager::VolumeControlManager(Platform& platform)
     : EdgeToolManager(platform, platform.userDefaults.standard(), volumeTraits),
       volumeSteps_(doubleForKey(defaults(), volumeStepsSetting.key, volumeStepsSetting.fallback,
                                 platform.diagnostics)),
-      scrollSensitivity_(doubleForKey(defaults(), tool5ScrollSensitivity.key,
-                                      tool5ScrollSensitivity.fallback, platform.diagnostics)),
+      scrollSensitivity_(doubleForKey(defaults(), tool5ScrollSensitivitySetting.key,
+                                      tool5ScrollSensitivitySetting.fallback,
+                                      platform.diagnostics)),
       eventMonitor_(platform.monitors) {}
 
 void VolumeControlManager::setVolumeSteps(double steps) {
