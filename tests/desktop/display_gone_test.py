@@ -16,8 +16,9 @@ SERVER_GONE = "The X server is gone"
 class ServerGone(ProgramTest):
     def setUp(self):
         super().setUp()
-        # What a test ends is its own.
-        self.desktop = self.enterContext(PrivateDesktop(window_manager=None))
+        # What a test ends is its own, and so is the name: another server may not answer to it.
+        self.desktop = self.enterContext(PrivateDesktop(window_manager=None,
+                                                        server_args=[free_display()]))
 
     def expect_end_after(self, number: int, quillon) -> None:
         start = time.monotonic()

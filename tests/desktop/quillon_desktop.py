@@ -21,6 +21,7 @@ _numbers = itertools.count(1)
 USUAL_LINES = ("App launched!", "Creating status bar item", "Status bar item created", "Icon set",
                "Setup complete!", "No tray on this desktop", "Status bar item clicked",
                "Popover opened", "Popover closed", "The X11 connection broke", "X connection to",
+               "XIO:  fatal IO error", "requests (",
                "QSocketNotifier: Invalid socket", "xcb_shm_create_segment() failed",
                "Unable to get registers from thread",
                "Media Control:", "Edge check -", "Window switcher",

@@ -8,9 +8,10 @@ import socket
 import threading
 import time
 
-from witnesses import DesktopHistory, Failed, Injector, await_wheel, wait_until
+from witnesses import DesktopHistory, Failed, Injector, await_idle, await_wheel, wait_until
 
-_candidates = itertools.count(1000 + os.getpid() % 20000)
+# Not those of tests that run beside this one.
+_candidates = itertools.count(1000 + os.getpid() % 1000 * 50)
 
 
 def free_display() -> str:
@@ -48,6 +49,7 @@ def expect_gestures_on_a_new_server(quillon, desktop) -> None:
     start_server(desktop)
     desktop.start_window_manager("openbox")
     quillon.wait_for_line("Setup complete")
+    await_idle(quillon.process)
     injector, history = Injector(desktop), DesktopHistory(desktop)
     history.go_to(2)
     injector.move(5, 400)
