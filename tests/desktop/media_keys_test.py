@@ -164,6 +164,7 @@ class Players(KeyTest):
         self.poster.post(key_poster.PLAY)
         two.expect("PlayPause")
         one.go_on()
+        wait_until(lambda: status_of(self.desktop, "one"), "it answers again")
         two.stop()
         self.poster.post(key_poster.NEXT)
         one.expect("Next")
