@@ -6,7 +6,7 @@ from device_desktop import CENTRE, DeviceTest
 from devices import taken_devices
 from process_facts import children
 from quillon_desktop import BAND
-from witnesses import await_idle, X11_PROBE, Failed, await_idle, await_wheel, wait_until
+from witnesses import X11_PROBE, Failed, await_idle, await_wheel, wait_until
 
 PATIENCE = 0.5  # seconds for which input may stop, at most
 RECOVERY = 5.0  # seconds until gestures work again
@@ -30,7 +30,6 @@ class RecoveryTest(DeviceTest):
         self.go_out_of_band()
         self.addCleanup(self.go_to, *CENTRE["GTK 3"])
         self.start("Left")
-        await_idle(self.quillon.process)
         self.history.go_to(2)
         self.enter()
 

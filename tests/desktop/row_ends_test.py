@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Each window manager has its own idea of what lies beyond the last desktop: ours is the same."""
 
+import math
 import unittest
 
 from quillon_desktop import BAND, HEIGHT, GestureTest
-from witnesses import Failed, await_idle, wait_until
+from witnesses import ask_until, await_idle, wait_until
 
 KEYS = {"left": "ctrl+alt+Left", "right": "ctrl+alt+Right"}  # by default in all four of them
 NOTCHES = {"left": "up", "right": "down"}
@@ -29,24 +30,19 @@ class RowEnds(GestureTest):
 
     def end_of(self, act, start: int, direction: str) -> int:
         """Where it leads. That it leads nowhere shows by what is done after it coming first; that
-        must not be where one could get to by a step to either side. xfwm4 now and then overhears
+        must not be where one could get to by a step to either side. xfwm4 now and then misses
         its own shortcut."""
         def leads_somewhere() -> bool:
             self.history.go_to(start)
             act(direction)
             return bool(self.history.remainder((start + 2) % 4))
 
-        tries = 3 if act == self.press_keys else 1
-        if not any(leads_somewhere() for _ in range(tries)):
+        is_theirs = act == self.press_keys
+        if not any(leads_somewhere() for _ in range(3 if is_theirs else 1)):
             return start
-        for remaining in reversed(range(tries)):
-            self.history.go_to(start)
-            act(direction)
-            try:
-                return wait_until(self.history.changes, "another desktop")[0]
-            except Failed:
-                if not remaining:
-                    raise
+        self.history.go_to(start)
+        return ask_until(lambda: act(direction), self.history.changes, "another desktop",
+                         again=1 if is_theirs else math.inf)[0]
 
     def compare(self, steps) -> dict:
         """Answers where the window manager's own shortcut leads."""

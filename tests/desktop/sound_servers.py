@@ -7,7 +7,7 @@ import re
 import signal
 
 import desktop_parts
-from witnesses import Failed, wait_until
+from witnesses import Failed, ask_until, wait_until
 
 NORM = 65536  # 100 % in the raw units of a sink's channels
 
@@ -70,12 +70,11 @@ class SoundServer:
     def switch_to(self, name: str) -> None:
         """Makes it the default sink, as soon as there is somebody to keep that: PipeWire's session
         manager starts beside it."""
-        def is_default() -> bool:
+        def ask() -> None:
             with contextlib.suppress(Failed):
                 self._pactl("set-default-sink", name)
-            return self.default_sink() == name
 
-        wait_until(is_default, f"{name} is the default sink")
+        ask_until(ask, lambda: self.default_sink() == name, f"{name} is the default sink", again=0.1)
 
     # Volumes, in raw units
 

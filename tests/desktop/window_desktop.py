@@ -3,10 +3,9 @@
 import json
 import re
 import subprocess
-import time
 
 from quillon_desktop import DesktopTest
-from witnesses import PLAIN_WINDOWS, WINDOW_TOOL, Failed, wait_until
+from witnesses import PLAIN_WINDOWS, WINDOW_TOOL, Failed, ask_until, wait_until
 
 ALL_WINDOWS, IGNORING_OTHERS = 1, 2
 EVERY_DESKTOP = 0xFFFFFFFF
@@ -122,19 +121,9 @@ class WindowsTest(DesktopTest):
 
     def use(self, window: int) -> None:
         """Clicks into it, so that it has been used later than anything else."""
-        asked = None
-
-        def is_in_front() -> bool:
-            """A window manager may refuse while it still arranges what has just appeared."""
-            nonlocal asked
-            if self.stacking()[0] == window:
-                return True
-            if asked is None or time.monotonic() - asked > 1:
-                asked = time.monotonic()
-                self.desktop.run("wmctrl", "-i", "-a", window)
-            return False
-
-        wait_until(is_in_front, f"{window:#x} is in front")
+        # A window manager may refuse while it still arranges what has just appeared.
+        ask_until(lambda: self.desktop.run("wmctrl", "-i", "-a", window),
+                  lambda: self.stacking()[0] == window, f"{window:#x} is in front")
         x, y, width, height = self.frame(window)
         self.desktop.run("xdotool", "mousemove", x + width // 2, y + height // 2)
 

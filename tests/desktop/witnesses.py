@@ -1,6 +1,7 @@
 """Who watches from outside: the wheel, the desktops and the clients, without a word of Quillon's."""
 
 import json
+import math
 import os
 import pathlib
 import re
@@ -50,6 +51,21 @@ def wheel_is_free(desktop) -> bool:
 
 def await_wheel(desktop, state: str, limit=10.0) -> None:
     wait_until(lambda: wheel_is_free(desktop) == (state == "free"), f"the wheel is {state}", limit)
+
+
+def ask_until(ask, condition, what: str, limit=10.0, again=1.0):
+    """Asks, and once more each `again` seconds until the condition is true; answers its value. For
+    what other programs are asked for, who may not be up to it yet."""
+    asked = -math.inf
+
+    def check():
+        nonlocal asked
+        if time.monotonic() - asked >= again:
+            asked = time.monotonic()
+            ask()
+        return condition()
+
+    return wait_until(check, what, limit)
 
 
 def await_idle(process: subprocess.Popen, limit=10.0) -> None:
