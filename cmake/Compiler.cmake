@@ -21,6 +21,7 @@ if(QUILLON_SANITIZE)
   add_compile_options(-fsanitize=${QUILLON_SANITIZE} -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${QUILLON_SANITIZE})
+  add_compile_definitions(QUILLON_SANITIZED) # what compilers define themselves differs
 endif()
 if(QUILLON_COVERAGE)
   add_compile_options(--coverage -O0)

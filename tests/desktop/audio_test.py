@@ -80,7 +80,10 @@ class Sinks(Service):
     def test_the_default_sink_is_followed(self):
         self.start_server("speakers", "phones")
         for name in ("phones", "speakers"):
+            before = self.tool("device")
             self.server.switch_to(name)
+            # The server may tell others first.
+            wait_until(lambda: self.tool("device") != before, "another default device", 2)
             other = {"phones": "speakers", "speakers": "phones"}[name]
             self.server.set_volume(NORM // 8, sink=other)
             self.assertTrue(self.set_volume(0.25))
@@ -109,7 +112,7 @@ class Sinks(Service):
             self.assertIsNone(self.tool("device"))
         self.server.add_sink("phones")
         self.server.switch_to("phones")
-        self.assertTrue(self.set_volume(0.5))
+        wait_until(lambda: self.set_volume(0.5), "the volume can be set", 2)
         self.expect_units(NORM // 2, sink="phones")
 
 

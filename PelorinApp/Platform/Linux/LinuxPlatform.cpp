@@ -1,6 +1,7 @@
 #include "Platform/Linux/LinuxPlatform.h"
 
 #include "Platform/Linux/session/SessionBus.h"
+#include "Platform/Linux/windows/DesktopPalette.h"
 
 #include <QGuiApplication>
 
@@ -48,7 +49,7 @@ std::function<void()>& uponExit() {
 
 } // namespace
 
-LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::string_view)> screenUrl)
+LinuxPlatform::LinuxPlatform(LinuxSession& session, QuickScreens screens)
     : session_(session), lastRestart_(takeRestartTime()),
       server_(session.diagnostics, displays_, [this] { displayLost(); }),
       keys_(session.runLoop, sessionBusAddress()),
@@ -58,11 +59,15 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
       monitors_(ownWindows_, postedEvents_, caughtPresses_), windows_(session.runLoop, displays_),
       application_(currentEvent_), tray_{session.runLoop, session.diagnostics, currentEvent_,
                                          ownWindows_, sessionBusAddress()},
-      statusBar_(tray_),
-      popovers_({displays_, &statusBar_, [this] { return inputTime(); }, std::move(screenUrl)}),
+      statusBar_(tray_), screens_(std::move(screens)),
+      popovers_({displays_, &statusBar_, [this] { return inputTime(); }, screens_}),
+      permissions_(
+          "PermissionsView", [this](std::string_view name) { return permissionsScreen(name); },
+          [this] { return inputTime(); }),
       menus_(displays_, &statusBar_, [this] { return eventPlace(); }),
       alerts_([this] { return inputTime(); }), loginItem_(thisProgram()),
-      workspace_(session.diagnostics), updateMessages_([this] { return inputTime(); }),
+      workspace_(session.diagnostics, [this] { permissions_.show(); }),
+      looks_([this] { takeLook(); }), updateMessages_([this] { return inputTime(); }),
       updaters_({session.runLoop, session.bundle, session.userDefaults.standard(),
                  session.diagnostics, workspace_, updateMessages_}),
       services_{.runLoop = session.runLoop,
@@ -91,6 +96,7 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, std::function<QUrl(std::stri
                 .loginItem = loginItem_,
                 .updaters = updaters_,
                 .workspace = workspace_} {
+    takeLook();
     events_.setKeyHandler([this](SpecialKey key) { keys_.stroke(key); });
     if (xcb_connection_t* connection = toolkitConnection()) {
         ownWindows_.add(ResourceRange::of(connection));
@@ -160,6 +166,20 @@ void LinuxPlatform::reopen(std::optional<std::uint32_t> inputTime) {
     reopenTime_ = inputTime.value_or(0);
     application_.reopen();
     reopenTime_ = 0;
+}
+
+void LinuxPlatform::takeLook() {
+    applyDesktopPalette(looks_.look());
+    workspace_.setDisplayOptions(looks_.look().options);
+}
+
+QuickScreen LinuxPlatform::permissionsScreen(std::string_view name) const {
+    QuickScreen screen = screens_(name);
+    const auto [input, test] = server_.extensions();
+    screen.properties.insert({{"hasInputExtension", input},
+                              {"hasTestExtension", test},
+                              {"isWayland", isWaylandSession()}});
+    return screen;
 }
 
 std::optional<PixelPoint> LinuxPlatform::eventPlace() const {

@@ -4,6 +4,7 @@
 #include "Platform/Linux/applications/LinuxWindows.h"
 #include "Platform/Linux/audio/PulseAudioHardware.h"
 #include "Platform/Linux/keys/SpecialKeys.h"
+#include "Platform/Linux/looks/DesktopLooks.h"
 #include "Platform/Linux/session/AutostartLoginItem.h"
 #include "Platform/Linux/session/DesktopWorkspace.h"
 #include "Platform/Linux/session/InstalledFiles.h"
@@ -16,6 +17,7 @@
 #include "Platform/Linux/updates/FeedUpdaters.h"
 #include "Platform/Linux/windows/QtAnimator.h"
 #include "Platform/Linux/windows/QuickPopover.h"
+#include "Platform/Linux/windows/ScreenWindow.h"
 #include "Platform/Linux/windows/UpdateMessages.h"
 #include "Platform/Linux/windows/WidgetAlerts.h"
 #include "Platform/Linux/windows/WidgetMenus.h"
@@ -38,8 +40,7 @@ namespace quillon {
 /// The services of a Linux desktop. A QApplication must exist first, and so a display.
 class LinuxPlatform {
   public:
-    /// `screenUrl` answers where the Quick item of a screen's name is.
-    LinuxPlatform(LinuxSession& session, std::function<QUrl(std::string_view)> screenUrl);
+    LinuxPlatform(LinuxSession& session, QuickScreens screens);
     ~LinuxPlatform();
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
@@ -65,6 +66,8 @@ class LinuxPlatform {
     /// may have had a window of ours killed.
     [[noreturn]] void displayLost();
     void startAgain();
+    void takeLook();
+    [[nodiscard]] QuickScreen permissionsScreen(std::string_view name) const;
     void saveAll();
     [[nodiscard]] std::uint32_t inputTime() const;
     [[nodiscard]] std::optional<PixelPoint> eventPlace() const;
@@ -90,11 +93,14 @@ class LinuxPlatform {
     LinuxStatusBar statusBar_;
     LinuxImages images_;
     QtAnimator animator_;
+    QuickScreens screens_;
     QuickPopovers popovers_;
+    ScreenWindow permissions_;
     WidgetMenus menus_;
     WidgetAlerts alerts_;
     AutostartLoginItem loginItem_;
     DesktopWorkspace workspace_;
+    DesktopLooks looks_;
     UpdateMessages updateMessages_;
     FeedUpdaters updaters_;
     Platform services_;

@@ -96,9 +96,23 @@ class SimulatedWorkspace final : public Workspace {
   public:
     explicit SimulatedWorkspace(ActionSink sink) : sink_(std::move(sink)) {}
     void open(std::string_view url) override { sink_("open", std::string(url)); }
+    [[nodiscard]] DisplayOptions displayOptions() const override { return options_; }
+    void setDisplayOptionsHandler(std::function<void()> changed) override {
+        changed_ = std::move(changed);
+    }
+
+    /// What the user has chosen now.
+    void choose(DisplayOptions options) {
+        options_ = options;
+        if (changed_) {
+            changed_();
+        }
+    }
 
   private:
     ActionSink sink_;
+    DisplayOptions options_;
+    std::function<void()> changed_;
 };
 
 } // namespace quillon

@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("quillon"));
     StandardOutput output;
     LinuxSession session(output);
-    LinuxPlatform platform(session, [screen](std::string_view) { return screen; });
+    LinuxPlatform platform(session, [screen](std::string_view) { return QuickScreen{screen, {}}; });
     Platform::setCurrent(&platform.services());
     const auto delegate = AppDelegate::create(
         platform.services(), [] {}, [] {});

@@ -13,6 +13,9 @@ namespace quillon {
 
 namespace {
 
+constexpr std::string_view permissionsPage =
+    "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
+
 bool isOpened(const QUrl& address) {
     const QString scheme = address.scheme();
     if (scheme == "http" || scheme == "https") {
@@ -34,7 +37,17 @@ std::vector<std::string> environmentOfSession() {
 
 } // namespace
 
+void DesktopWorkspace::setDisplayOptions(DisplayOptions options) {
+    if (std::exchange(options_, options) != options && changed_) {
+        changed_();
+    }
+}
+
 void DesktopWorkspace::open(std::string_view url) {
+    if (url == permissionsPage) {
+        showPermissions_();
+        return;
+    }
     const auto bytes = QByteArray(url.data(), static_cast<qsizetype>(url.size()));
     const auto text = QString::fromUtf8(bytes);
     const QUrl address(text, QUrl::StrictMode);

@@ -1,5 +1,6 @@
 #include "Platform/Linux/tray/HoverToolTip.h"
 
+#include "Platform/Linux/windows/ShellTexts.h"
 #include "Platform/Linux/windows/ToolkitScreens.h"
 
 #include <QApplication>
@@ -40,7 +41,7 @@ void HoverToolTip::dismiss() {
 }
 
 void HoverToolTip::textChanged() {
-    if (isShown() && QString::fromStdString(text_()) != shown_) {
+    if (isShown() && translated(text_()) != shown_) {
         show();
     }
 }
@@ -51,7 +52,7 @@ void HoverToolTip::show() {
     if (!hasToolTips() || !pointer) {
         return;
     }
-    shown_ = QString::fromStdString(text_());
+    shown_ = translated(text_());
     QToolTip::showText(toToolkit({pointer->x(), pointer->y()}),
                        shown_); // hides it when there is no text
 }

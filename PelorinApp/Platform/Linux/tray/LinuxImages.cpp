@@ -1,20 +1,10 @@
 #include "Platform/Linux/tray/LinuxImages.h"
 
+#include "Resources/Symbols.h"
+
 #include <QFile>
 
-#include <array>
-
 namespace quillon {
-
-namespace {
-
-struct Symbol {
-    std::string_view name;
-    const char* drawing;
-};
-constexpr std::array symbols{Symbol{"wrench.and.screwdriver", "toolbox"}};
-
-} // namespace
 
 std::optional<Image> LinuxImages::named(std::string_view name) const {
     Image image{.name = std::string(name)};
@@ -30,17 +20,9 @@ std::optional<Image> LinuxImages::systemSymbol(std::string_view name,
 }
 
 QString drawingOf(const Image& image) {
-    QString path;
-    if (image.isSymbol) {
-        for (const Symbol& symbol : symbols) {
-            if (symbol.name == image.name) {
-                path =
-                    QStringLiteral(":/quillon/symbols/%1.svg").arg(QLatin1String(symbol.drawing));
-            }
-        }
-    } else {
-        path = QStringLiteral(":/quillon/%1.svg").arg(QString::fromStdString(image.name));
-    }
+    const QString path =
+        image.isSymbol ? symbolDrawing(image.name)
+                       : QStringLiteral(":/quillon/%1.svg").arg(QString::fromStdString(image.name));
     return QFile::exists(path) ? path : QString();
 }
 

@@ -1,5 +1,7 @@
 #include "Platform/Linux/tray/NotifierItem.h"
 
+#include "Platform/Linux/windows/ShellTexts.h"
+
 #include "Platform/Linux/tray/PanelSample.h"
 #include "Platform/Linux/tray/PanelWindows.h"
 #include "Platform/Linux/tray/Pixels.h"
@@ -136,7 +138,7 @@ NotifierPixmaps NotifierItem::pixmaps() const {
     return all;
 }
 
-QString NotifierItem::toolTip() const { return QString::fromStdString(content_.toolTip()); }
+QString NotifierItem::toolTip() const { return translated(content_.toolTip()); }
 
 void NotifierItem::activated(int x, int y) { click(EventType::leftMouseUp, {x, y}); }
 

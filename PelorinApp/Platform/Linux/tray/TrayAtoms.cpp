@@ -1,30 +1,15 @@
 #include "Platform/Linux/tray/TrayAtoms.h"
 
 #include "Platform/Linux/x11/AtomBatch.h"
+#include "Platform/Linux/x11/SelectionOwner.h"
 
 #include <array>
 #include <string>
 
 namespace quillon {
 
-namespace {
-
-int screenNumber(const X11Connection& connection) {
-    int number = 0;
-    for (auto each = xcb_setup_roots_iterator(xcb_get_setup(connection.get())); each.rem > 0;
-         xcb_screen_next(&each), ++number) {
-        if (each.data->root == connection.root()) {
-            return number;
-        }
-    }
-    return 0;
-}
-
-} // namespace
-
 TrayAtoms::TrayAtoms(const X11Connection& connection) {
-    const std::string selectionName =
-        "_NET_SYSTEM_TRAY_S" + std::to_string(screenNumber(connection));
+    const std::string selectionName = selectionOfScreen("_NET_SYSTEM_TRAY", connection);
     const std::array<WantedAtom, 13> names{{
         {selectionName, &selection},
         {"MANAGER", &manager},

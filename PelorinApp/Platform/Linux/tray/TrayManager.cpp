@@ -1,5 +1,6 @@
 #include "Platform/Linux/tray/TrayManager.h"
 
+#include "Platform/Linux/x11/SelectionOwner.h"
 #include "Platform/Linux/x11/X11Properties.h"
 
 namespace quillon {
@@ -24,19 +25,11 @@ std::uint8_t depthOf(const xcb_screen_t& screen, xcb_visualid_t visual) {
 
 std::optional<TrayManager> findTrayManager(const X11Connection& connection,
                                            const TrayAtoms& atoms) {
-    xcb_connection_t* const x = connection.get();
-    const XcbOwned<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, atoms.selection), nullptr));
-    if (!reply || reply->owner == XCB_NONE) {
+    const auto owner = followSelectionOwner(connection, atoms.selection);
+    if (!owner) {
         return std::nullopt;
     }
-    TrayManager manager{.owner = reply->owner};
-    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    const XcbOwned<xcb_generic_error_t> gone(xcb_request_check(
-        x, xcb_change_window_attributes_checked(x, manager.owner, XCB_CW_EVENT_MASK, &mask)));
-    if (gone) {
-        return std::nullopt;
-    }
+    TrayManager manager{.owner = *owner};
     const xcb_screen_t& screen = connection.screen();
     manager.visual = cardinal(connection, manager.owner, atoms.visual).value_or(0);
     manager.depth = depthOf(screen, manager.visual);

@@ -1,5 +1,7 @@
 #include "Platform/Linux/windows/MenuWidget.h"
 
+#include "Platform/Linux/windows/ShellTexts.h"
+
 #include "Platform/Linux/x11/X11Connection.h"
 
 #include <QCoreApplication>
@@ -36,9 +38,7 @@ bool isPointerFree() {
 }
 
 /// An ampersand would underline what follows it.
-QString plain(const std::string& title) {
-    return QString::fromStdString(title).replace(QLatin1Char('&'), QLatin1String("&&"));
-}
+QString plain(QString title) { return title.replace(QLatin1Char('&'), QLatin1String("&&")); }
 
 void perform(const std::shared_ptr<MenuItem>& item) {
     const auto action = item->action.perform; // a copy: what it does may replace it
@@ -62,7 +62,7 @@ void MenuWidget::add(const std::shared_ptr<MenuItem>& item) {
         addSeparator();
         return;
     }
-    QAction* action = addAction(plain(item->title));
+    QAction* action = addAction(plain(translated(item->title)));
     action->setEnabled(item->isEnabled);
     action->setCheckable(item->hasCheckMark);
     action->setChecked(item->hasCheckMark);

@@ -1,5 +1,7 @@
 #include "Platform/Linux/windows/MessageWindow.h"
 
+#include "Platform/Linux/windows/ShellTexts.h"
+
 #include <QApplication>
 #include <QCursor>
 #include <QLabel>
@@ -56,16 +58,14 @@ QPoint freePlace(QSize size) {
     return corner;
 }
 
-QString text(const std::string& utf8) { return QString::fromStdString(utf8); }
-
 } // namespace
 
 MessageWindow::MessageWindow(Message message, std::function<std::uint32_t()> inputTime)
     : manager_(std::move(inputTime)),
       box_(new QMessageBox(icon(message.style), QStringLiteral("Quillon"),
-                           text(message.messageText))) {
+                           translated(message.messageText))) {
     box_->setTextFormat(Qt::PlainText);
-    box_->setInformativeText(text(message.informativeText));
+    box_->setInformativeText(translated(message.informativeText));
     box_->setWindowModality(message.isModal ? Qt::ApplicationModal : Qt::NonModal);
     // The popover is above ordinary windows, and a message must not open behind it.
     box_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -105,9 +105,9 @@ void MessageWindow::addButtons(const std::vector<MessageButton>& buttons) {
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         const bool isLast = i + 1 == buttons.size();
         // An ampersand would underline what follows it.
-        QPushButton* button =
-            box_->addButton(text(buttons[i].text).replace(QLatin1Char('&'), QLatin1String("&&")),
-                            isLast && i > 0 ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+        QPushButton* button = box_->addButton(
+            translated(buttons[i].text).replace(QLatin1Char('&'), QLatin1String("&&")),
+            isLast && i > 0 ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
         if (i == 0) {
             box_->setDefaultButton(button);
         }

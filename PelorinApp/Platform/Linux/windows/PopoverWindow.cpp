@@ -8,7 +8,7 @@
 
 namespace quillon {
 
-PopoverWindow::PopoverWindow(const QUrl& screen) {
+PopoverWindow::PopoverWindow(const QuickScreen& screen) {
     setTitle(QStringLiteral("Quillon"));
     setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
              Qt::NoDropShadowWindowHint);
@@ -17,7 +17,8 @@ PopoverWindow::PopoverWindow(const QUrl& screen) {
     setFormat(translucent);
     setColor(Qt::transparent);
     setResizeMode(QQuickView::SizeRootObjectToView);
-    setSource(screen);
+    setInitialProperties(screen.properties);
+    setSource(screen.url);
     if (QQuickItem* root = rootObject()) {
         root->setFocus(true);
         connect(root, &QQuickItem::implicitWidthChanged, this, &PopoverWindow::takeSize);

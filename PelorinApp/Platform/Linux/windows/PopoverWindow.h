@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Platform/Linux/windows/QuickScreen.h"
+
 #include <QQuickView>
-#include <QUrl>
 
 #include <limits>
 
@@ -22,7 +23,7 @@ class PopoverWindow final : public QQuickView {
     Q_OBJECT
 
   public:
-    explicit PopoverWindow(const QUrl& screen);
+    explicit PopoverWindow(const QuickScreen& screen);
 
     /// Renders a picture of the content while hidden, so that the first show need not wait for
     /// fonts, shapes and memory.

@@ -43,8 +43,8 @@ Rect freeArea(const ScreenGeometry& geometry) {
 
 QuickPopover::QuickPopover(const PopoverSurroundings& surroundings, std::string_view screen,
                            std::function<void()> escaped)
-    : surroundings_(surroundings), screen_(surroundings.screenUrl(screen)),
-      escaped_(std::move(escaped)), manager_(surroundings.inputTime) {
+    : surroundings_(surroundings), screen_(screen), escaped_(std::move(escaped)),
+      manager_(surroundings.inputTime) {
     // An interval of 0 comes due when there is nothing else to do, and between two steps the
     // program is there for its input.
     idle_.setInterval(0);
@@ -86,7 +86,7 @@ void QuickPopover::followScreens() {
 
 bool QuickPopover::prepareStep() {
     if (!window_) {
-        window_ = std::make_unique<PopoverWindow>(screen_);
+        window_ = std::make_unique<PopoverWindow>(surroundings_.screens(screen_));
         const auto escape = [this] {
             if (escaped_) {
                 escaped_();

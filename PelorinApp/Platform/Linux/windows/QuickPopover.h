@@ -3,6 +3,7 @@
 #include "Platform/Linux/tray/PanelPlace.h"
 #include "Platform/Linux/windows/EwmhClient.h"
 #include "Platform/Linux/windows/PopoverWindow.h"
+#include "Platform/Linux/windows/QuickScreen.h"
 #include "Platform/Linux/x11/X11Displays.h"
 #include "Platform/Popover.h"
 
@@ -13,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace quillon {
@@ -25,8 +27,7 @@ struct PopoverSurroundings {
     /// The server's time, in milliseconds, of the input that the program is acting on; 0: unknown.
     std::function<std::uint32_t()> inputTime;
 
-    /// Where the Quick item of this name is.
-    std::function<QUrl(std::string_view screen)> screenUrl;
+    QuickScreens screens;
 };
 
 /// A popover on the desktop: a window that floats above the others, on every desktop, unknown to
@@ -62,7 +63,7 @@ class QuickPopover final : public Popover {
     void present();
 
     PopoverSurroundings surroundings_;
-    QUrl screen_;
+    std::string screen_;
     std::function<void()> escaped_;
     EwmhClient manager_;
     std::unique_ptr<PopoverWindow> window_;

@@ -11,8 +11,8 @@ namespace quillon {
 
 namespace {
 
-bool grantsInput(const X11Connection& connection) {
-    if (!connection.hasExtension(&xcb_input_id) || !connection.hasExtension(&xcb_test_id)) {
+bool showsInput(const X11Connection& connection) {
+    if (!connection.hasExtension(&xcb_input_id)) {
         return false;
     }
     const XcbOwned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
@@ -30,7 +30,7 @@ bool X11Session::isProcessTrusted() {
     if (!connection_) {
         connect();
     }
-    return granted_;
+    return isGranted();
 }
 
 void X11Session::connect() {
@@ -39,8 +39,8 @@ void X11Session::connect() {
         say("⚠️ No X server to be reached; waiting for one");
         return;
     }
-    granted_ = grantsInput(*connection_);
-    if (!granted_) {
+    extensions_ = {showsInput(*connection_), connection_->hasExtension(&xcb_test_id)};
+    if (!isGranted()) {
         say("⚠️ The X server does not grant input control (XInput 2.1 and XTEST); nothing is "
             "held");
     }
@@ -56,7 +56,7 @@ void X11Session::connect() {
                              displays_.handleEvent(*event);
                          }
                      });
-    if (granted_ && said_ != nullptr) {
+    if (isGranted() && said_ != nullptr) {
         say("✅ The X server grants input control");
     }
 }
@@ -67,7 +67,7 @@ void X11Session::readEvents() {
     }
     if (connection_->isBroken()) {
         notifier_->setEnabled(false);
-        granted_ = false;
+        extensions_ = {};
         lost_();
     }
 }

@@ -25,7 +25,14 @@ class X11Session final : public Accessibility {
     /// change, not per question.
     [[nodiscard]] bool isProcessTrusted() override;
 
-    [[nodiscard]] bool isGranted() const { return granted_; }
+    [[nodiscard]] bool isGranted() const { return extensions_.input && extensions_.test; }
+
+    /// What there is of the extensions that the program needs.
+    struct Extensions {
+        bool input = false; // shows all input
+        bool test = false;  // lets programs press keys and buttons
+    };
+    [[nodiscard]] Extensions extensions() const { return extensions_; }
 
     /// Null while there is none.
     [[nodiscard]] X11Connection* connection() const { return connection_.get(); }
@@ -40,7 +47,7 @@ class X11Session final : public Accessibility {
     std::function<void()> lost_;
     std::unique_ptr<X11Connection> connection_;
     std::unique_ptr<QSocketNotifier> notifier_;
-    bool granted_ = false;
+    Extensions extensions_;
     const char* said_ = nullptr;
 };
 

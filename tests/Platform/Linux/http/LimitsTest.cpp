@@ -28,7 +28,7 @@ struct HttpLimitsTest : HttpFixture {
         const long before = peak();
         EXPECT_GT(before, 0);
         const std::string outcome = fetch(address);
-#ifndef __SANITIZE_ADDRESS__ // which keeps what is freed for a while
+#ifndef QUILLON_SANITIZED // which keeps what is freed for a while
         constexpr long modest = 24'000;
         EXPECT_LT(peak() - before, modest);
 #endif

@@ -27,7 +27,7 @@ class MainThreadGaps {
 };
 
 /// What counts as a stall, in seconds. Sanitizers make everything slower.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QUILLON_SANITIZED
 inline constexpr double stall = 0.25;
 #else
 inline constexpr double stall = 0.05;

@@ -26,7 +26,8 @@ struct DesktopWorkspaceTest : testing::Test {
     std::string path = std::getenv("PATH");
     FileDescriptor said;
     RecordingDiagnostics diagnostics;
-    DesktopWorkspace workspace{diagnostics};
+    int permissionsShown = 0;
+    DesktopWorkspace workspace{diagnostics, [this] { ++permissionsShown; }};
 
     DesktopWorkspaceTest() {
         EXPECT_EQ(mkfifo(pipe.c_str(), 0600), 0);

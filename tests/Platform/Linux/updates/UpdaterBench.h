@@ -28,6 +28,8 @@ struct InfoTexts final : Bundle {
 
 struct OpenedPages final : Workspace {
     void open(std::string_view url) override { pages.emplace_back(url); }
+    [[nodiscard]] DisplayOptions displayOptions() const override { return {}; }
+    void setDisplayOptionsHandler(std::function<void()> /*changed*/) override {}
     std::vector<std::string> pages;
 };
 

@@ -83,8 +83,10 @@ struct PopoverDesktop : WindowsFixture {
     std::uint32_t inputTime = 0;
     QuickPopovers popovers{{displays, &panel, [this] { return inputTime; },
                             [this](std::string_view name) {
-                                return QUrl::fromLocalFile(QString::fromStdString(
-                                    (folder.path() / (std::string(name) + ".qml")).string()));
+                                return QuickScreen{
+                                    QUrl::fromLocalFile(QString::fromStdString(
+                                        (folder.path() / (std::string(name) + ".qml")).string())),
+                                    {}};
                             }}};
     std::unique_ptr<Popover> popover;
     QuickPopover* quick = nullptr;

@@ -10,6 +10,7 @@
 #include "Platform/Linux/windows/WidgetMenus.h"
 #include "Platform/Linux/x11/X11Connection.h"
 #include "Views/Screens.h"
+#include "support/SimulatedHub.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -107,7 +108,11 @@ class Windows {
 
     std::unique_ptr<X11Connection> connection_ = X11Connection::open();
     X11Displays displays_;
-    QuickPopovers popovers_{{displays_, nullptr, nullptr, screenUrl}};
+    SimulatedHub hub_;
+    QuickPopovers popovers_{
+        {displays_, nullptr, nullptr, [this](std::string_view name) {
+             return QuickScreen{screenUrl(name), {{"hub", QVariant::fromValue(hub_.hub.get())}}};
+         }}};
     std::unique_ptr<Popover> popover_;
     WidgetMenus menus_{displays_};
     std::shared_ptr<Menu> menu_ = std::make_shared<Menu>();
