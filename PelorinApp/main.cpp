@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 #include "CommandLine.h"
 #include "DefaultsCommand.h"
+#include "Hub/HubToolStore.h"
 #include "Hub/InstalledToolFile.h"
 #include "HubCommand.h"
 #include "HubOnFiles.h"
@@ -18,6 +19,7 @@
 #include "Platform/Linux/x11/AwaitDisplay.h"
 #include "Platform/Platform.h"
 #include "Replay/replay.h"
+#include "Views/HubModel.h"
 #include "Views/Screens.h"
 
 #include <QApplication>
@@ -28,8 +30,10 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <utility>
 
@@ -110,8 +114,17 @@ int runOnDisplay(char* program, Diagnostics& diagnostics) {
     std::array arguments{program, const_cast<char*>("-platform"), const_cast<char*>("xcb")};
     auto count = static_cast<int>(arguments.size());
     const QApplication application(count, arguments.data());
+    const auto translation = installTranslation(QLocale());
     LinuxSession session(diagnostics);
-    LinuxPlatform platform(session, screenUrl);
+    std::unique_ptr<HubModel> hub;
+    LinuxPlatform platform(session, [&hub](std::string_view screen) {
+        if (!hub) {
+            Platform& services = Platform::current();
+            hub = std::make_unique<HubModel>(HubToolStore::shared(), sharedToolManagers(),
+                                             services.workspace, services.bundle);
+        }
+        return QuickScreen{screenUrl(screen), {{"hub", QVariant::fromValue(hub.get())}}};
+    });
     PelorinAppApp* running = nullptr;
     SingleInstance instance(handlers(platform, running), session.diagnostics);
     while (!instance.claim()) { // another start was quicker, or is just ending

@@ -1,19 +1,44 @@
 import QtQuick
+import Quillon.Views
 
-// What the popover shows.
-Item {
+// What the popover shows: the list of the tools, or one tool's settings in its place.
+FocusScope {
     id: root
 
+    required property HubModel hub
+
     implicitWidth: 360
-    implicitHeight: 480
+    implicitHeight: 520
 
     property bool composited: true
     readonly property real cornerRadius: Theme.cornerRadius
-    readonly property bool sheetAttached: false
+
+    // The question whether a tool is to be removed, and which one.
+    property bool showRemoveConfirm: false
+    property string toolToRemove
+    readonly property bool sheetAttached: showRemoveConfirm
+
+    ThemeOptions { hub: root.hub }
+
+    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
 
     // True when there was something to leave.
     function goBack(): bool {
+        if (showRemoveConfirm) {
+            closeSheet()
+            return true
+        }
+        if (hub.selected.toolId !== "") {
+            hub.showTools()
+            return true
+        }
         return false
+    }
+
+    function closeSheet() {
+        showRemoveConfirm = false
+        stage.forceActiveFocus()
     }
 
     Accessible.role: Accessible.Pane
@@ -39,15 +64,19 @@ Item {
         id: titleRow
         anchors { left: parent.left; right: parent.right; top: parent.top; margins: 1 }
         height: 52
+        enabled: !root.showRemoveConfirm
 
-        Text {
+        HubText {
             id: title
             anchors { left: parent.left; leftMargin: Theme.margin; verticalCenter: parent.verticalCenter }
             text: qsTr("Quillon")
-            color: Theme.text
+            wrapMode: Text.NoWrap
             font { family: Theme.titleFamily; pixelSize: 26 }
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
+        }
+
+        CoffeeButton {
+            anchors { right: parent.right; rightMargin: Theme.margin; verticalCenter: parent.verticalCenter }
+            hub: root.hub
         }
 
         Rectangle {
@@ -57,19 +86,36 @@ Item {
         }
     }
 
-    Text {
-        anchors {
-            left: parent.left; right: parent.right; top: titleRow.bottom; bottom: parent.bottom
-            margins: Theme.margin * 2
+    HubStage {
+        id: stage
+        focus: true
+        anchors { left: parent.left; right: parent.right; top: titleRow.bottom; bottom: parent.bottom; margins: 1 }
+        enabled: !root.showRemoveConfirm
+        hub: root.hub
+        onRemovalAsked: (toolId, name) => {
+            root.toolToRemove = toolId
+            sheet.toolName = name
+            root.showRemoveConfirm = true
         }
-        text: qsTr("Tools are set up with\n“quillon defaults” for now.")
-        color: Theme.secondaryText
-        font.pixelSize: Theme.bodySize
-        lineHeight: 1.2
-        wrapMode: Text.WordWrap
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text.replace("\n", " ")
+    }
+
+    Connections {
+        target: root.hub.installed
+
+        function onTotalChanged() { // somebody else may have answered the question
+            if (root.showRemoveConfirm && !root.hub.isInstalled(root.toolToRemove))
+                root.closeSheet()
+        }
+    }
+
+    RemovalSheet {
+        id: sheet
+        anchors.fill: parent
+        isOpen: root.showRemoveConfirm
+        onCancelled: root.closeSheet()
+        onConfirmed: {
+            root.closeSheet()
+            root.hub.uninstall(root.toolToRemove)
+        }
     }
 }

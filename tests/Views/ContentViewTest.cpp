@@ -1,63 +1,18 @@
-#include "Views/Screens.h"
+#include "support/ScreenFixture.h"
 
-#include <QAccessible>
 #include <QFontInfo>
-#include <QGuiApplication>
 #include <QPalette>
-#include <QQuickItem>
-#include <QQuickView>
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <functional>
-#include <memory>
 
 namespace quillon {
 namespace {
 
-/// The screen as the processor draws it, on no desktop.
-struct ContentViewTest : testing::Test {
-    static void SetUpTestSuite() {
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-        static int argc = 1;
-        static char name[] = "test";
-        static char* argv[] = {name, nullptr};
-        // One for all: a second one would do without accessibility.
-        application = std::make_unique<QGuiApplication>(argc, argv);
-        QAccessible::setActive(true);
-    }
-
-    static void TearDownTestSuite() { application.reset(); }
-
-    static inline std::unique_ptr<QGuiApplication> application;
-    QQuickView view;
-
-    void SetUp() override {
-        view.setColor(Qt::transparent);
-        view.setSource(screenUrl("ContentView"));
-        ASSERT_NE(view.rootObject(), nullptr);
-        view.resize(QSizeF(root().implicitWidth(), root().implicitHeight()).toSize());
-        root().setSize(view.size());
-    }
-
-    [[nodiscard]] QQuickItem& root() const { return *view.rootObject(); }
-
+struct ContentViewTest : ScreenFixture {
     /// The item that shows this text; null when there is none.
     [[nodiscard]] QQuickItem* textItem(const QString& text) const {
-        std::function<QQuickItem*(QQuickItem&)> search = [&](QQuickItem& item) -> QQuickItem* {
-            if (item.property("text").toString() == text) {
-                return &item;
-            }
-            for (QQuickItem* child : item.childItems()) {
-                if (QQuickItem* found = search(*child)) {
-                    return found;
-                }
-            }
-            return nullptr;
-        };
-        return search(root());
+        const auto found = items(root(), [&](const QQuickItem& item) {
+            return item.property("text").toString() == text;
+        });
+        return found.empty() ? nullptr : found.front();
     }
 };
 
@@ -89,7 +44,7 @@ TEST_F(ContentViewTest, LightOrDarkAsTheDesktopIs) {
     for (const bool dark : {false, true, false}) {
         QGuiApplication::setPalette(QPalette(dark ? QColor(40, 40, 44) : QColor(239, 239, 239)));
         QCoreApplication::processEvents();
-        const QColor surface = view.grabWindow().pixelColor(180, 120);
+        const QColor surface = view.grabWindow().pixelColor(5, 120); // beside the cards
         const QColor text = textItem("Quillon")->property("color").value<QColor>();
         EXPECT_EQ(surface.lightnessF() < 0.3, dark) << surface.name().toStdString();
         EXPECT_EQ(surface.lightnessF() > 0.9, !dark) << surface.name().toStdString();
