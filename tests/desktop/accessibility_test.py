@@ -3,27 +3,21 @@
 
 import unittest
 
+from screen_reader import ALWAYS_ON, READER, start_accessibility_bus
 from shell_desktop import SYSTEM_PYTHON, ShellTest
 from shell_view import TITLE
-from witnesses import TREE, Failed, Lines, wait_until
+from witnesses import Failed, Lines, wait_until
 
 PROGRAM = "Quillon"
-READER = TREE / "tests/desktop/accessible.py"
-BUS = "/usr/libexec/at-spi-bus-launcher"
 
 
 class Accessibility(ShellTest):
-    options = {"panel": "tint2", "bus": True,
-               "environment": {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}}
+    options = {"panel": "tint2", "bus": True, "environment": ALWAYS_ON}
 
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.desktop.environment.pop("NO_AT_BRIDGE", None)
-        cls.desktop.start("accessibility-bus", [BUS, "--launch-immediately"])
-        wait_until(lambda: "unix:" in cls.desktop.run(
-            "gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path",
-            "/org/a11y/bus", "--method", "org.a11y.Bus.GetAddress"), "an accessibility bus")
+        start_accessibility_bus(cls.desktop)
 
     def tree(self):
         """(depth, role, name, states) of everything, or nothing while it cannot be read."""

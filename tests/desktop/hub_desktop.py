@@ -55,7 +55,7 @@ class HubTest(DesktopTest):
         def there():
             try:
                 records = self.records()
-            except (FileNotFoundError, TypeError, ValueError):  # not there, or not ours
+            except (FileNotFoundError, TypeError, ValueError, RecursionError):  # not there, or not ours
                 return None
             return records if expected(records) else None
         return wait_until(there, what)
