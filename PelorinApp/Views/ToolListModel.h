@@ -40,7 +40,7 @@ class ToolListModel : public QAbstractListModel {
     enum Role { ToolId = Qt::UserRole, Name, Subtitle, Icon, IsEnabled, IsInstalling };
 
     /// How many rows are added at a time.
-    static constexpr std::size_t page = 50;
+    static constexpr std::size_t page = 20;
 
     using QAbstractListModel::QAbstractListModel;
 

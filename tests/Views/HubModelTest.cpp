@@ -175,7 +175,7 @@ TEST(ToolListModelTest, ChangesOnlyTheRowsThatDiffer) {
 
 TEST_F(HubModelTest, LongListsAreShownAPageAtATime) {
     ToolCatalog many;
-    for (int i = 0; i < 120; ++i) {
+    for (int i = 0; i < 50; ++i) {
         const std::string number = std::to_string(i);
         many.push_back({.id = "tool.of" + number,
                         .name = number,
@@ -187,17 +187,17 @@ TEST_F(HubModelTest, LongListsAreShownAPageAtATime) {
     ToolListModel& market = *simulated.hub->marketplace();
     QAbstractItemModelTester tester(&market, QAbstractItemModelTester::FailureReportingMode::Fatal);
     answerCatalog(many);
-    EXPECT_EQ(market.total(), 120);
+    EXPECT_EQ(market.total(), 50);
+    EXPECT_EQ(market.count(), 20);
+    market.showMore();
+    EXPECT_EQ(market.count(), 40);
+    market.showMore();
     EXPECT_EQ(market.count(), 50);
-    market.showMore();
-    EXPECT_EQ(market.count(), 100);
-    market.showMore();
-    EXPECT_EQ(market.count(), 120);
     many.erase(many.begin());
     answerCatalog(many);
     EXPECT_EQ(names(market).front(), "1");
-    EXPECT_EQ(market.count(), 119);
-    EXPECT_EQ(market.total(), 119);
+    EXPECT_EQ(market.count(), 49);
+    EXPECT_EQ(market.total(), 49);
     EXPECT_EQ(simulated.hub->installed()->count(), 6);
 }
 
