@@ -14,8 +14,9 @@ ALLOWED = {
     "Text": [],
     "Platform": [],
     "Platform/Simulated": ["Platform"],
-    "Platform/Linux": ["Platform", "Resources"],
-    "Platform/MacOS": ["Platform"],
+    "Platform/Quick": ["Platform"],
+    "Platform/Linux": ["Platform", "Platform/Quick", "Resources"],
+    "Platform/MacOS": ["Platform", "Platform/Quick"],
     "Tools": ["Platform"],
     "Hub": ["Tools", "Platform", "Text"],
     "Resources": [],
@@ -33,16 +34,16 @@ ALLOWED = {
     "HubCommand": ["CommandLine"],
     "HubOnFiles": ["HubCommand", "Hub"],
 }
-UNRESTRICTED = {"main.cpp"}
+UNRESTRICTED = {"main.cpp", "MacMain.mm"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]', re.M)
-PLATFORM_FOLDERS = ("Platform/Simulated", "Platform/Linux", "Platform/MacOS")
+PLATFORM_FOLDERS = ("Platform/Simulated", "Platform/Linux", "Platform/MacOS", "Platform/Quick")
 
 # What the operating system or the screen toolkit offers; only platforms and views may see it.
 SYSTEM = re.compile(
     r"^(xcb/|X11/|pulse/|libevdev|libudev|linux/|sys/|curl/|unistd\.h|fcntl\.h|poll\.h|signal\.h|dlfcn\.h|"
     r"QtGui|QtWidgets|QtQuick|QtQml|QtDBus|QtNetwork|QtSvg|QApplication|QGui|QQuick|QQml|QWindow|QWidget|QSocketNotifier|QCoreApplication|"
-    r"QTimer|QThread|AppKit|CoreGraphics|CoreFoundation|ApplicationServices|objc/)"
+    r"QTimer|QThread|AppKit|Foundation|QuartzCore|CoreGraphics|CoreFoundation|ApplicationServices|dispatch/|objc/)"
 )
 CONDITION = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif)\b.*(__linux__|__APPLE__|_WIN32|Q_OS_)", re.M)
 

@@ -9,6 +9,30 @@ void Button::setLook(ButtonLook look) {
     setNeedsDisplay();
 }
 
+void Button::setAction(Action action) {
+    // Functions cannot be compared: any one may be another.
+    action_ = std::move(action);
+    setNeedsDisplay();
+}
+
+void Button::setSendsActionOn(std::uint64_t mask) {
+    if (std::exchange(sendsActionOn_, mask) != mask) {
+        setNeedsDisplay();
+    }
+}
+
+void Button::setEnabled(bool enabled) {
+    if (std::exchange(enabled_, enabled) != enabled) {
+        setNeedsDisplay();
+    }
+}
+
+void Button::setRefusesFirstResponder(bool refuses) {
+    if (std::exchange(refusesFirstResponder_, refuses) != refuses) {
+        setNeedsDisplay();
+    }
+}
+
 void Button::receive(EventType event) {
     if (!enabled_ || (sendsActionOn_ & eventMask(event)) == 0) {
         return;

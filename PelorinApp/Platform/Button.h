@@ -27,6 +27,7 @@ struct ButtonLook {
     bool isBordered = true;
     BezelStyle bezelStyle = BezelStyle::automatic;
     bool showsFocusRing = true;
+    bool operator==(const ButtonLook&) const = default;
 };
 
 /// The part of a button that some systems keep apart.
@@ -35,6 +36,7 @@ struct ButtonCell {
 };
 
 /// A push button. A click on it performs its action when the mask of its sending has the event.
+/// Whoever shows it is told of every change, so that a button of the system's can stay in step.
 class Button : public View {
   public:
     [[nodiscard]] const ButtonLook& look() const { return look_; }
@@ -44,17 +46,17 @@ class Button : public View {
     [[nodiscard]] virtual ButtonCell* cell() { return nullptr; }
 
     [[nodiscard]] const Action& action() const { return action_; }
-    void setAction(Action action) { action_ = std::move(action); }
+    void setAction(Action action);
 
     /// The eventMask bits upon which it sends its action.
     [[nodiscard]] std::uint64_t sendsActionOn() const { return sendsActionOn_; }
-    void setSendsActionOn(std::uint64_t mask) { sendsActionOn_ = mask; }
+    void setSendsActionOn(std::uint64_t mask);
 
     [[nodiscard]] bool isEnabled() const { return enabled_; }
-    void setEnabled(bool enabled) { enabled_ = enabled; }
+    void setEnabled(bool enabled);
 
     [[nodiscard]] bool refusesFirstResponder() const { return refusesFirstResponder_; }
-    void setRefusesFirstResponder(bool refuses) { refusesFirstResponder_ = refuses; }
+    void setRefusesFirstResponder(bool refuses);
 
     /// To be called by who shows it: the user did this on it.
     void receive(EventType event);

@@ -3,7 +3,7 @@
 #include "Platform/Linux/tray/PanelPlace.h"
 #include "Platform/Linux/windows/EwmhClient.h"
 #include "Platform/Linux/windows/PopoverWindow.h"
-#include "Platform/Linux/windows/QuickScreen.h"
+#include "Platform/Quick/QuickScreen.h"
 #include "Platform/Linux/x11/X11Displays.h"
 #include "Platform/Popover.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/windows/EwmhClient.h"
-#include "Platform/Linux/windows/QuickScreen.h"
+#include "Platform/Quick/QuickScreen.h"
 
 #include <QObject>
 #include <QQuickView>
