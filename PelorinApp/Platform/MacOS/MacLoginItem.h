@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Platform/LoginItem.h"
+
+namespace quillon {
+
+/// The application's own service, which there is from macOS 13 on.
+class MacLoginItem final : public LoginItem {
+  public:
+    [[nodiscard]] bool isSupported() const override;
+    [[nodiscard]] bool isEnabled() const override;
+    [[nodiscard]] std::optional<std::string> registerService() override;
+    [[nodiscard]] std::optional<std::string> unregisterService() override;
+};
+
+} // namespace quillon
