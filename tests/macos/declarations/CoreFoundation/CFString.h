@@ -3,12 +3,17 @@
 #include <CoreFoundation/CFBase.h>
 
 using CFStringEncoding = UInt32;
-enum : CFStringEncoding { kCFStringEncodingUTF8 = 0x08000100 };
+typedef CF_ENUM(CFStringEncoding, CFStringBuiltInEncodings) {
+    kCFStringEncodingUTF8 = 0x08000100,
+};
 
 CF_EXPORT CFTypeID CFStringGetTypeID();
 CF_EXPORT CFStringRef CFStringCreateWithBytes(CFAllocatorRef allocator, const UInt8* bytes,
                                               CFIndex count, CFStringEncoding encoding,
                                               Boolean isExternalRepresentation);
+
+CF_EXPORT CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator,
+                                                   const UniChar* characters, CFIndex count);
 
 /// In UTF-16 units.
 CF_EXPORT CFIndex CFStringGetLength(CFStringRef string);
