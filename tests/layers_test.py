@@ -15,8 +15,9 @@ ALLOWED = {
     "Platform": [],
     "Platform/Simulated": ["Platform"],
     "Platform/Quick": ["Platform"],
-    "Platform/Linux": ["Platform", "Platform/Quick", "Resources"],
-    "Platform/MacOS": ["Platform", "Platform/Quick"],
+    "Platform/Posix": ["Platform"],
+    "Platform/Linux": ["Platform", "Platform/Posix", "Platform/Quick", "Resources"],
+    "Platform/MacOS": ["Platform", "Platform/Posix", "Platform/Quick"],
     "Tools": ["Platform"],
     "Hub": ["Tools", "Platform", "Text"],
     "Resources": [],
@@ -37,7 +38,13 @@ ALLOWED = {
 UNRESTRICTED = {"main.cpp", "MacMain.mm"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]', re.M)
-PLATFORM_FOLDERS = ("Platform/Simulated", "Platform/Linux", "Platform/MacOS", "Platform/Quick")
+PLATFORM_FOLDERS = (
+    "Platform/Simulated",
+    "Platform/Posix",
+    "Platform/Linux",
+    "Platform/MacOS",
+    "Platform/Quick",
+)
 
 # What the operating system or the screen toolkit offers; only platforms and views may see it.
 SYSTEM = re.compile(

@@ -16,7 +16,6 @@ struct AudioObjectPropertyAddress {
 enum : AudioObjectID { kAudioObjectSystemObject = 1 };
 enum : AudioObjectPropertySelector {
     kAudioHardwarePropertyDefaultOutputDevice = 'dOut',
-    kAudioHardwareServiceDeviceProperty_VirtualMainVolume = 'vmvc',
     kAudioDevicePropertyVolumeScalar = 'volm',
     kAudioDevicePropertyMute = 'mute',
 };

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <CoreAudio/CoreAudio.h>
+
+enum : AudioObjectPropertySelector {
+    kAudioHardwareServiceDeviceProperty_VirtualMainVolume = 'vmvc',
+};
