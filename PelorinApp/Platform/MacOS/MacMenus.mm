@@ -1,0 +1,67 @@
+#include "Platform/MacOS/MacMenus.h"
+
+#include "Platform/MacOS/NativeText.h"
+
+namespace quillon {
+
+MacMenus::~MacMenus() { letGo(); }
+
+void MacMenus::popUpContextMenu(const std::shared_ptr<Menu>& menu, EventType /*event*/,
+                                const View& view) {
+    if (NSView* const native = views_.view(view)) {
+        [NSMenu popUpContextMenu:take(menu)
+                       withEvent:[[NSApplication sharedApplication] currentEvent]
+                         forView:native];
+    }
+}
+
+void MacMenus::popUp(const std::shared_ptr<Menu>& menu, Point location, const View& view) {
+    if (NSView* const native = views_.view(view)) {
+        [take(menu) popUpMenuPositioningItem:nil
+                                  atLocation:NSMakePoint(location.x, location.y)
+                                      inView:native];
+    }
+}
+
+NSMenu* MacMenus::take(const std::shared_ptr<Menu>& menu) {
+    letGo();
+    shown_ = menu;
+    target_ = std::make_unique<ActionTarget>();
+    NSMenu* const native = [[NSMenu alloc] initWithTitle:@""];
+    [native setAutoenablesItems:NO]; // or the system would enable whatever has an action
+    for (const auto& item : menu->items) {
+        [native addItem:itemFor(*item)];
+    }
+    return native;
+}
+
+NSMenuItem* MacMenus::itemFor(MenuItem& item) {
+    if (item.isSeparator) {
+        return [NSMenuItem separatorItem];
+    }
+    NSMenuItem* const native =
+        [[NSMenuItem alloc] initWithTitle:nativeText(item.title)
+                                   action:target_->selectorOf(item.action, item)
+                            keyEquivalent:nativeText(item.keyEquivalent)];
+    [native setTarget:target_->object()];
+    if (!item.keyEquivalent.empty()) {
+        [native setKeyEquivalentModifierMask:NSEventModifierFlagCommand];
+    }
+    [native setImage:nil];
+    [native setEnabled:item.isEnabled];
+    [native setState:item.hasCheckMark ? NSControlStateValueOn : NSControlStateValueOff];
+    views_.add(item, native);
+    return native;
+}
+
+void MacMenus::letGo() {
+    if (shown_) {
+        for (const auto& item : shown_->items) {
+            views_.remove(*item);
+        }
+    }
+    shown_ = nullptr;
+    target_ = nullptr;
+}
+
+} // namespace quillon
