@@ -14,6 +14,7 @@ import os
 import pathlib
 import re
 import shutil
+import struct
 import subprocess
 import sys
 
@@ -22,8 +23,8 @@ PACKAGE = "@nativescript/macos-node-api"
 FLAGS = ["-x", "objective-c++", "-std=c++20", "-fobjc-arc", "-fblocks",
          "-fobjc-runtime=macosx-13.0"]
 
-# The typings leave out what the names of an enumeration's constants have in common. That is the name
-# of the enumeration itself, or else one of these beginnings and ends.
+# The typings leave out what the names of an enumeration's constants have in common. That is the
+# name of the enumeration itself, or else one of these beginnings and ends.
 AFFIXES = {
     "CFStringBuiltInEncodings": [("kCFStringEncoding", "")],
     "CGEventField": [("kCG", "")],
@@ -137,7 +138,8 @@ class Member:
 
 
 DECLARATION = re.compile(r"^(?:export )?declare (class|interface|function|const) ([\w$]+)")
-MEMBER = re.compile(r"^  (static )?(?:(readonly|get|set) )?([\w$]+)\??(<.*?>)?(\(.*\))?(?:: (.*?))?;$")
+MEMBER = re.compile(r"^  (static )?(?:(readonly|get|set) )?([\w$]+)\??(<.*?>)?"
+                    r"(\(.*\))?(?:: (.*?))?;$")
 
 
 def split_top(text, separator):
@@ -243,17 +245,16 @@ class Typings:
                 kinds.append(self.kind(of_type.strip()))
         return kinds
 
-    # Lookups; each gives None for a name that is not there.
+    # Lookups; each gives None, or nothing, for a name that is not there.
 
-    def function(self, name):
-        """Its (kind, text)."""
+    def functions(self, name):
+        """The (kind, text) of each of that name: the kernel may have another one."""
         for lines in self._of(name, "function"):
             text = lines[0].removeprefix("declare function ").rstrip(";")
             end = close_of(text, text.index("("))
             of_type = text[end + 1:].removeprefix(":").strip()
             parameters = self._parameters(text[text.index("(") + 1:end])
-            return Kind("function", result=self.kind(of_type), parameters=parameters), text
-        return None
+            yield Kind("function", result=self.kind(of_type), parameters=parameters), text
 
     def constant(self, name):
         """Its (kind, text)."""
@@ -334,6 +335,48 @@ class Typings:
 
     def member_names(self, owner):
         return [name for ancestor in self.ancestors(owner) for name in self.own_members(ancestor)]
+
+
+class Values:
+    """The values of constants that stand by themselves, from the metadata that the typings were
+    made of. It has all names, each ended by a zero, then the constants: where their name starts, a
+    kind, and for numbers eight bytes."""
+
+    HEAD = struct.Struct("<4sH8I")  # mark, version, then where each of the parts starts
+    FORMATS = {1: "<q", 2: "<d"}
+
+    def __init__(self, file):
+        content = pathlib.Path(file).read_bytes()
+        start = content.find(b"NSMD\1\0")
+        if start < 0:
+            raise Failure(f"{file} has no metadata of a known version")
+        content = content[start:]
+        _, _, constants, end, *_ = self.HEAD.unpack_from(content)
+        self._names = b"\0" + content[self.HEAD.size:constants]
+        self._constants = content[constants:end]
+
+    def find(self, name):
+        """None for a constant that is not there, or no number."""
+        start = self._names.find(b"\0" + name.encode() + b"\0")
+        if start < 0:
+            return None
+        record = struct.pack("<I", start)
+        at = self._constants.find(record)
+        while at >= 0:
+            code, value, rest = (self._constants[at + 4:at + 5], self._constants[at + 5:at + 13],
+                                 self._constants[at + 13:at + 17])
+            # The same bytes may stand inside another record; there no name follows.
+            if code and code[0] in self.FORMATS and len(value) == 8 and self._is_name(rest):
+                return struct.unpack(self.FORMATS[code[0]], value)[0]
+            at = self._constants.find(record, at + 1)
+        return None
+
+    def _is_name(self, record):
+        """Whether bytes tell where a name starts, or are the end of all."""
+        if len(record) < 4:
+            return not record
+        place = struct.unpack("<I", record)[0]
+        return place < len(self._names) and self._names[place] == 0
 
 
 def close_of(text, opening):
@@ -425,6 +468,21 @@ class Headers:
         function.errcheck = self.cindex._CXString.from_result
         return function(declared)
 
+    def value(self, variable):
+        """The number that a variable is set to in the header, or None."""
+        library = self.cindex.conf.lib
+        evaluate = self._library("clang_Cursor_Evaluate", ctypes.c_void_p)
+        result = ctypes.c_void_p(evaluate(variable))
+        if not result:
+            return None
+        kind = library.clang_EvalResult_getKind(result)
+        function, of_type = {1: ("clang_EvalResult_getAsLongLong", ctypes.c_longlong),
+                             2: ("clang_EvalResult_getAsDouble", ctypes.c_double),
+                             }.get(kind, (None, None))
+        number = self._library(function, of_type)(result) if function else None
+        library.clang_EvalResult_dispose(result)
+        return number
+
     # Types.
 
     def kind(self, of_type):
@@ -503,17 +561,23 @@ def same_value(ours, theirs):
                               and ((ours - theirs) % 2**64 == 0 or (ours - theirs) % 2**32 == 0))
 
 
+def shown(value):
+    """A number, and the four letters that it is made of, if it is."""
+    letters = value.to_bytes(4, "big") if isinstance(value, int) and 0 < value < 2**32 else b""
+    if letters and all(0x20 <= letter < 0x7f for letter in letters):
+        return f"{value} ('{letters.decode()}')"
+    return str(value)
+
+
 class Checker:
-    def __init__(self, headers, typings):
-        self.headers, self.typings = headers, typings
+    def __init__(self, headers, typings, values):
+        self.headers, self.typings, self.values = headers, typings, values
         self.match = Match(typings)
         self.declared = {}   # key -> place, of all that is declared
         self.findings = []   # (key, place, message)
         self.within = {}     # key -> the keys that a listed name covers it by
         self.counts = collections.Counter()
-        self.without_value = []
         self._typedefs = {}  # place -> name, to find the name of an enumeration without one
-        self._seen = set()
 
     def run(self):
         kinds = self.headers.kinds
@@ -550,7 +614,8 @@ class Checker:
 
     def _compare_parameters(self, key, ours, theirs, text):
         if len(ours) != len(theirs):
-            self._say(key, f"takes {len(ours)} parameters here, {len(theirs)} in the system: {text}")
+            self._say(key, f"takes {len(ours)} parameters here, {len(theirs)} in the system: "
+                           + text)
             return
         for number, (mine, other) in enumerate(zip(ours, theirs), 1):
             self._compare(key, f"parameter {number}", mine, other, text)
@@ -562,24 +627,27 @@ class Checker:
         if not self._declare(key, cursor):
             return
         self.counts["functions"] += 1
-        found = self.typings.function(key)
+        found = list(self.typings.functions(key))
         if not found:
             self._say(key, "the system has no such function."
                       + self.typings.nearest(key, "function"))
             return
-        theirs, text = found
         ours = [self.headers.kind(each.type) for each in cursor.get_arguments()]
+        result = self.headers.kind(cursor.result_type)
+        self._any_fits(found, lambda one: self._signature(key, ours, result, *one))
+
+    def _signature(self, key, ours, result, theirs, text):
         self._compare_parameters(key, ours, theirs.parameters, text)
-        self._compare(key, "the result", self.headers.kind(cursor.result_type), theirs.result, text)
+        self._compare(key, "the result", result, theirs.result, text)
 
     def _variable(self, cursor):
         key = cursor.spelling
         if self._declare(key, cursor):
             self.counts["constants"] += 1
-            self._constant(key, self.headers.kind(cursor.type))
+            self._constant(key, self.headers.kind(cursor.type), self.headers.value(cursor))
 
-    def _constant(self, key, ours):
-        """One that stands by itself. The typings have its type, but not its value."""
+    def _constant(self, key, ours, value):
+        """One that stands by itself. The typings have its type, and the metadata its value."""
         found = self.typings.constant(key)
         if not found:
             self._say(key, "the system has no such constant." + self.typings.nearest(key, "const")
@@ -587,20 +655,31 @@ class Checker:
             return
         theirs, text = found
         if ours.word == "number" and theirs.word == "number":
-            self.without_value.append(key)
+            self._value(key, value)
         elif not (theirs.word == "pointer" and ours.word == "object"):
             self._compare(key, "it", ours, theirs, text)
+
+    def _value(self, key, value):
+        if value is None:
+            return  # it is set in the library
+        theirs = self.values.find(key)
+        if theirs is None:
+            self._say(key, f"is {shown(value)} here; the metadata does not tell its value")
+        elif not same_value(value, theirs):
+            self._say(key, f"is {shown(value)} here; the system has {shown(theirs)}")
 
     def _macro(self, cursor):
         key = cursor.spelling
         tokens = [token.spelling for token in cursor.get_tokens()]
-        if (self.headers.is_function_like(cursor) or len(tokens) < 2 or key.isupper()
-                or not re.match(r"(k|[A-Z]{2,})[A-Z]?[a-z]", key) or not self._declare(key, cursor)):
+        if (self.headers.is_function_like(cursor) or len(tokens) < 2
+                or not re.match(r"k[A-Z]|[A-Z]{2,}[a-z]", key) or not self._declare(key, cursor)):
             return
         self.counts["macros"] += 1
         if not self.typings.constant(key):
             self._say(key, "a macro; the typings have no such constant."
                       + self.typings.nearest(key, "const"))
+        elif len(tokens) == 2 and re.fullmatch(r"\d+|0[xX][0-9a-fA-F]+", tokens[1]):
+            self._value(key, int(tokens[1], 0))
 
     # Enumerations and structures.
 
@@ -621,7 +700,7 @@ class Checker:
         for constant in constants:
             if self._declare(constant.spelling, constant):
                 self.counts["constants"] += 1
-                self._constant(constant.spelling, Kind("number"))
+                self._constant(constant.spelling, Kind("number"), constant.enum_value)
 
     def _named_enumeration(self, name, cursor, constants):
         key = "enum " + name
@@ -662,14 +741,14 @@ class Checker:
                                    f"({name}.{member})")
                 return
         if (found := self.typings.constant(key)) and found[0].name == name:
-            self.without_value.append(key)  # an older name, of which only the type is known
+            self._value(key, constant.enum_value)  # an older name
             return
         names = [begin + member + end for begin, end in affixes for member in members]
         hint = did_you_mean(key, names)
         if not hint:
             hint = (f" Its constants there are {', '.join(members)}, taken to be called "
                     + " or ".join(f"'{begin}…{end}'" for begin, end in affixes)
-                    + " (AFFIXES in the script says so where the name of the enumeration does not).")
+                    + " (AFFIXES in the script says so where the enumeration's name does not).")
         self._say(key, f"{name} has no such constant.{hint}")
 
     def _struct(self, cursor):
@@ -684,7 +763,8 @@ class Checker:
         self.counts["structures"] += 1
         theirs = self.typings.fields(name)
         if theirs is None:
-            self._say(key, "the system has no such structure." + self.typings.nearest(name, "class"))
+            self._say(key, "the system has no such structure."
+                      + self.typings.nearest(name, "class"))
             return
         text = "{ " + "; ".join(f"{each}: {kind}" for each, kind in theirs) + " }"
         if [each.spelling for each in fields] != [each for each, _ in theirs]:
@@ -764,44 +844,38 @@ class Checker:
         self.counts["methods"] += 1
         name = script_name(selector)
         members = self.typings.members(theirs, name)
-        right = [each for each in members if self._is_static(theirs, each, static)]
+        right = [each for each in members if each.static == static]
         if not right:
             self._no_method(key, theirs, name, members, static)
             return
         ours = [self.headers.kind(each.type) for each in cursor.get_arguments()]
         result = self.headers.kind(cursor.result_type)
-        self._any_fits(key, right, lambda member: self._call(key, member, ours, result))
+        self._any_fits(right, lambda member: self._signature(
+            key, ours, result, Kind("function", None, member.kind, member.parameters or []),
+            member.text))
         if not ours and right[0].parameters is None:
             self._unlike_getter(key, theirs, name)
-
-    def _is_static(self, theirs, member, static):
-        """A protocol of the root class makes its methods those of the classes, too."""
-        return member.static == static
 
     def _no_method(self, key, theirs, name, members, static):
         if members:
             is_one = "a class method" if members[0].static else "an instance method"
-            self._say(key, f"is {'a class' if static else 'an instance'} method here; in the system "
-                           f"it is {is_one}: {members[0].text}")
+            self._say(key, f"is {'a class' if static else 'an instance'} method here; in the "
+                           f"system it is {is_one}: {members[0].text}")
             return
         self._say(key, f"{theirs} has no such method (which would be '{name}')."
                   + did_you_mean(name, self.typings.member_names(theirs)))
 
-    def _any_fits(self, key, members, compare):
-        """Says what is wrong with the first, unless another of that name is right."""
+    def _any_fits(self, candidates, compare):
+        """Says what is wrong by the first, unless another of that name is as declared."""
         before = len(self.findings)
         said = []
-        for member in members:
-            compare(member)
+        for candidate in candidates:
+            compare(candidate)
             if len(self.findings) == before:
                 return
             said.append(self.findings[before:])
             del self.findings[before:]
         self.findings += said[0]
-
-    def _call(self, key, member, ours, result):
-        self._compare_parameters(key, ours, member.parameters or [], member.text)
-        self._compare(key, "the result", result, member.kind, member.text)
 
     def _unlike_getter(self, key, theirs, name):
         """The getter of a property need not have its name."""
@@ -828,7 +902,7 @@ class Checker:
                       + did_you_mean(name, self.typings.member_names(theirs)))
             return
         ours = self.headers.kind(cursor.type)
-        self._any_fits(key, right, lambda member: self._accessors(
+        self._any_fits(right, lambda member: self._accessors(
             key, theirs, member, ours, bool(attributes & READONLY)))
         self._getter(key, theirs, name, self.headers.getter(cursor))
 
@@ -852,8 +926,8 @@ class Checker:
 # --- What the typings do not have ---------------------------------------------------------------
 
 class Absent:
-    """The names that the typings do not have: a reason that ends in a colon, and below it, indented,
-    the names it holds for."""
+    """The names that the typings do not have: a reason that ends in a colon, and below it,
+    indented, the names it holds for."""
 
     def __init__(self, file):
         self.file = file
@@ -895,16 +969,16 @@ class Absent:
 # --- Getting the typings ------------------------------------------------------------------------
 
 def fetch(place, lock_folder=HERE / "typings"):
-    """The folder of the typings, in `place`, where they are put unless they are there already."""
+    """The package of the typings, in `place`, where it is put unless it is there already."""
     place = pathlib.Path(place)
     place.mkdir(parents=True, exist_ok=True)
-    folder = place / "node_modules" / PACKAGE / "types"
+    package = place / "node_modules" / PACKAGE
     with open(place / "lock", "w", encoding="utf-8") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
         wanted = (lock_folder / "package-lock.json").read_bytes()
         stamp = place / "fetched.json"
-        if stamp.exists() and stamp.read_bytes() == wanted and folder.is_dir():
-            return folder
+        if stamp.exists() and stamp.read_bytes() == wanted and (package / "types").is_dir():
+            return package
         npm = shutil.which("npm")
         if not npm:
             raise Failure("could not get the typings: npm is missing (script/bootstrap macos)")
@@ -915,10 +989,18 @@ def fetch(place, lock_folder=HERE / "typings"):
             [npm, "ci", "--ignore-scripts", "--no-audit", "--no-fund"],
             cwd=place, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
             text=True, check=False)
-        if result.returncode != 0 or not folder.is_dir():
+        if result.returncode != 0 or not (package / "types").is_dir():
             raise Failure(f"could not get the typings ({PACKAGE}); npm said:\n{result.stdout}")
         stamp.write_bytes(wanted)
-    return folder
+    return package
+
+
+def metadata_of(package):
+    """The library in the package, which carries the metadata."""
+    found = sorted((package / "build").glob("**/Versions/*/NativeScript"))
+    if not found:
+        raise Failure(f"{package} has no library with metadata")
+    return found[0]
 
 
 def main():
@@ -928,24 +1010,20 @@ def main():
                         help="the list of names that the typings do not have")
     where = parser.add_mutually_exclusive_group(required=True)
     where.add_argument("--fetch-to", help="folder to put the typings in, if they are not there yet")
-    where.add_argument("--typings", help="folder of .d.ts files")
-    parser.add_argument("--unverified", action="store_true",
-                        help="also list the constants of which the typings have no value")
+    where.add_argument("--package", type=pathlib.Path, help="folder of the package of the typings")
     options = parser.parse_args()
     try:
-        folder = options.typings or fetch(options.fetch_to)
-        checker = Checker(Headers(options.declarations), Typings(folder)).run()
+        package = options.package or fetch(options.fetch_to)
+        checker = Checker(Headers(options.declarations), Typings(package / "types"),
+                          Values(metadata_of(package))).run()
         wrong = Absent(options.absent).sift(checker)
     except (Failure, OSError) as failure:
         print(f"check_declarations: {failure}", file=sys.stderr)
         return 2
     for line in wrong:
         print(line)
-    if options.unverified:
-        print("constants whose value the typings do not have: " + " ".join(checker.without_value))
     counted = ", ".join(f"{number} {what}" for what, number in sorted(checker.counts.items()))
-    print(f"check_declarations: {len(wrong)} wrong; looked up {counted}; the values of "
-          f"{len(checker.without_value)} of the constants are not in the typings")
+    print(f"check_declarations: {len(wrong)} wrong; looked up {counted}")
     return 1 if wrong else 0
 
 

@@ -4,6 +4,7 @@
 import os
 import pathlib
 import stat
+import struct
 import subprocess
 import sys
 import tempfile
@@ -124,6 +125,23 @@ extern "C" int ABWatch(void (*callback)(ABContextRef, int), void* context);
 """
 
 
+def metadata(constants):
+    """Made-up metadata with the values of constants, inside other bytes."""
+    names, records = b"", b""
+    for name, value in constants.items():
+        records += struct.pack("<I", len(names))
+        names += name.encode() + b"\0"
+        records += struct.pack("<Bd", 2, value) if isinstance(value, float) else struct.pack(
+            "<Bq", 1, value)
+    start = check.Values.HEAD.size + len(names)
+    return b"before" + check.Values.HEAD.pack(
+        b"NSMD", 1, start, *[start + len(records)] * 7) + names + records
+
+
+VALUES = {"kABDefault": 3, "kABDefaultSize": 12, "kABLetters": 0x6F757470, "kABAll": -1,
+          "kABHalf": 0.5}
+
+
 class Folder(unittest.TestCase):
     def setUp(self):
         temporary = tempfile.TemporaryDirectory()
@@ -133,7 +151,7 @@ class Folder(unittest.TestCase):
     def write(self, name, text):
         file = self.folder / name
         file.parent.mkdir(parents=True, exist_ok=True)
-        file.write_text(text, encoding="utf-8")
+        file.write_bytes(text if isinstance(text, bytes) else text.encode())
         return file
 
 
@@ -142,8 +160,9 @@ class CheckTest(Folder):
         """What is said of a header."""
         self.write("typings/AB.d.ts", typings)
         self.write("headers/AB/AB.h", PREAMBLE + declarations)
-        checker = check.Checker(check.Headers(self.folder / "headers"),
-                                check.Typings(self.folder / "typings")).run()
+        checker = check.Checker(
+            check.Headers(self.folder / "headers"), check.Typings(self.folder / "typings"),
+            check.Values(self.write("library", metadata(VALUES)))).run()
         return check.Absent(self.write("absent.txt", absent)).sift(checker)
 
     def one_wrong(self, declarations, *parts, **others):
@@ -158,7 +177,8 @@ class CheckTest(Folder):
 
     def test_a_complaint_names_file_and_line(self):
         line = PREAMBLE.count("\n") + 2
-        self.one_wrong('\nextern "C" void ABNothing();', f"headers/AB/AB.h:{line}: error: ABNothing")
+        self.one_wrong('\nextern "C" void ABNothing();',
+                       f"headers/AB/AB.h:{line}: error: ABNothing")
 
     # Functions and constants.
 
@@ -193,6 +213,47 @@ class CheckTest(Folder):
 
     def test_type_of_a_constant(self):
         self.one_wrong('extern "C" const int ABTitleKey;', "it is number here", "string")
+
+    def constants(self, declarations, *parts):
+        typings = TYPINGS + "".join(f"declare const {name}: number;\n"
+                                    for name in ("kABLetters", "kABAll", "kABHalf", "kABOther"))
+        if parts:
+            self.one_wrong(declarations, *parts, typings=typings)
+        else:
+            self.assertEqual(self.wrong(declarations, typings=typings), [])
+
+    def test_values_of_constants_outside_of_enumerations(self):
+        self.constants("enum : unsigned { kABLetters = 'outp', kABAll = 0xffffffff };"
+                       "static const int kABDefaultSize = 12; constexpr double kABHalf = 0.5;")
+        self.constants("enum { kABLetters = 'oupt' };", "is 1869967476 ('oupt') here",
+                       "the system has 1869968496 ('outp')")
+        self.constants("static const int kABDefaultSize = 13;", "is 13 here; the system has 12")
+        self.constants("constexpr double kABHalf = 0.25;", "is 0.25 here; the system has 0.5")
+
+    def test_constant_without_a_known_value(self):
+        self.constants("enum { kABOther = 1 };", "kABOther", "does not tell its value")
+
+    def test_constant_that_only_a_library_sets(self):
+        self.constants('extern "C" const int kABOther;')
+
+    def test_name_that_another_constant_has_as_its_value(self):
+        place = len("kABDecoy\0kABNext\0")
+        decoy, = struct.unpack("<q", struct.pack("<IB", place, 1) + bytes(3))
+        values = check.Values(self.write("library", metadata(
+            {"kABDecoy": decoy, "kABNext": 5, "kABWanted": 7, "kABLast": 8})))
+        self.assertEqual([values.find(name) for name in ("kABDecoy", "kABWanted", "kABLast")],
+                         [decoy, 7, 8])
+        self.assertIsNone(values.find("kABWante"))
+
+    def test_metadata_of_another_version(self):
+        with self.assertRaisesRegex(check.Failure, "no metadata of a known version"):
+            check.Values(self.write("library", b"NSMD\2\0"))
+
+    def test_a_function_of_the_kernel_with_the_same_name(self):
+        self.assertEqual(self.wrong(
+            'extern "C" int ABRename(int a);',
+            typings="declare function ABRename(p1: string, p2: string): number;\n"
+                    "declare function ABRename(p1: number): number;\n" + TYPINGS), [])
 
     # Enumerations and structures.
 
@@ -284,6 +345,9 @@ class CheckTest(Folder):
                     "parameter 2 is object here", "size: number")
 
     def test_another_class(self):
+        self.widget("- (void)runHandler:(ABWidget* (^)(NSString*))handler;",
+                    "parameter 1 is (object NSString) => object ABWidget here")
+        self.widget("+ (NSString*)widgetNamed:(NSString*)name;", "the result is object NSString")
         self.widget("+ (ABWidget*)widgetNamed:(ABWidget*)name;", "parameter 1 is object ABWidget",
                     "name: string")
 
@@ -328,6 +392,16 @@ class CheckTest(Folder):
     def test_missing_getter(self):
         self.widget("@property(getter=isHiden) BOOL hidden;", "its getter is called 'isHiden' here",
                     "Did you mean 'isHidden'?")
+
+    # Macros.
+
+    def test_macro(self):
+        self.one_wrong("#define kABNothing 1", "kABNothing: a macro")
+        self.assertEqual(self.wrong(
+            "#define kABDefaultSize 12\n#define AB_EXPORT extern\n#define kABOf(x) x\n"), [])
+
+    def test_value_of_a_macro(self):
+        self.one_wrong("#define kABDefaultSize 13", "is 13 here; the system has 12")
 
     # The list.
 
@@ -375,7 +449,8 @@ class ProgramTest(Folder):
         super().setUp()
         self.write("headers/AB/AB.h", PREAMBLE)
         self.write("absent.txt", "")
-        self.write("typings/AB.d.ts", TYPINGS)
+        self.write("package/types/AB.d.ts", TYPINGS)
+        self.write("package/build/Versions/1/NativeScript", metadata(VALUES))
 
     def run_script(self, *arguments, path=None):
         environment = dict(os.environ, PYTHONDONTWRITEBYTECODE="1")
@@ -391,14 +466,19 @@ class ProgramTest(Folder):
         npm.chmod(npm.stat().st_mode | stat.S_IXUSR)
         return f"{npm.parent}:/usr/bin:/bin"
 
+    def fake_npm_that_fetches(self):
+        return self.fake_npm(f"""echo fetched >>{self.folder}/log
+place=node_modules/{check.PACKAGE}
+mkdir -p $place && cp -r {self.folder}/package/* $place""")
+
     def fetch(self, path):
         return self.run_script("--fetch-to", self.folder / "fetched", path=path)
 
     def test_right_and_wrong(self):
-        right = self.run_script("--typings", self.folder / "typings")
+        right = self.run_script("--package", self.folder / "package")
         self.assertEqual((right.returncode, right.stderr), (0, ""))
         self.write("headers/AB/Wrong.h", '#include <AB/AB.h>\nextern "C" void ABNothing();')
-        wrong = self.run_script("--typings", self.folder / "typings")
+        wrong = self.run_script("--package", self.folder / "package")
         self.assertEqual(wrong.returncode, 1)
         self.assertIn("ABNothing: the system has no such function", wrong.stdout)
         self.assertIn("1 wrong", wrong.stdout)
@@ -420,17 +500,13 @@ class ProgramTest(Folder):
         self.assertIn("npm is missing", result.stderr)
 
     def test_typings_are_fetched_once(self):
-        path = self.fake_npm(f"""echo fetched >>{self.folder}/log
-place=node_modules/{check.PACKAGE}/types
-mkdir -p $place && cp {self.folder}/typings/AB.d.ts $place""")
+        path = self.fake_npm_that_fetches()
         for _ in range(2):
             self.assertEqual(self.fetch(path).returncode, 0)
         self.assertEqual((self.folder / "log").read_text(), "fetched\n")
 
     def test_another_version_is_fetched_anew(self):
-        path = self.fake_npm(f"""echo fetched >>{self.folder}/log
-place=node_modules/{check.PACKAGE}/types
-mkdir -p $place && cp {self.folder}/typings/AB.d.ts $place""")
+        path = self.fake_npm_that_fetches()
         self.fetch(path)
         self.write("fetched/fetched.json", "{}")
         self.fetch(path)
