@@ -310,6 +310,28 @@ TEST_F(MacEventServicesTest, OnlyTheLastHandlerHears) {
     EXPECT_EQ(last, 1);
 }
 
+TEST_F(MacEventServicesTest, EachTapIsTakenAwayByItself) {
+    // The system may give a port the address of one that is gone.
+    for (int round = 0; round < 3; ++round) {
+        install();
+        int heard = 0;
+        events.setInvalidationHandler(*tap, [&] { ++heard; });
+        fakeEvents().invalidateTaps();
+        runLoop.drain();
+        EXPECT_EQ(heard, 1) << round;
+        remove();
+    }
+}
+
+TEST_F(MacEventServicesTest, HandlerForATapThatIsAlreadyGoneHears) {
+    install();
+    fakeEvents().invalidateTaps();
+    int heard = 0;
+    events.setInvalidationHandler(*tap, [&] { ++heard; });
+    runLoop.drain();
+    EXPECT_EQ(heard, 1);
+}
+
 TEST_F(MacEventServicesTest, HintsChangeNothing) {
     install();
     fakeCoreFoundation().calls.clear();

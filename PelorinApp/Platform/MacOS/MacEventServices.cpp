@@ -45,9 +45,9 @@ EventTapRef MacEventServices::createTap(TapLocation location, TapPlacement place
                                         TapOptions options, std::uint64_t eventsOfInterest,
                                         EventTapCallback callback, void* userInfo,
                                         std::string_view /*owner*/) {
-    return MacEventTap::create(native(location), static_cast<CGEventTapPlacement>(placement),
-                               static_cast<CGEventTapOptions>(options), eventsOfInterest, callback,
-                               userInfo);
+    return MacEventTap::create(
+        runLoop_, native(location), static_cast<CGEventTapPlacement>(placement),
+        static_cast<CGEventTapOptions>(options), eventsOfInterest, callback, userInfo);
 }
 
 RunLoopSourceRef MacEventServices::createRunLoopSource(const EventTapRef& tap) {
@@ -61,7 +61,7 @@ void MacEventServices::enableTap(EventTap& tap, bool enable) {
 }
 
 void MacEventServices::setInvalidationHandler(EventTap& tap, std::function<void()> handler) {
-    static_cast<MacEventTap&>(tap).setInvalidationHandler(runLoop_, std::move(handler));
+    static_cast<MacEventTap&>(tap).setInvalidationHandler(std::move(handler));
 }
 
 EventRef MacEventServices::createEvent() { return ownEvent(CfOwned(CGEventCreate(nullptr))); }

@@ -2,60 +2,54 @@
 
 #include "Platform/MacOS/MacEvent.h"
 
-#include <algorithm>
+#include <map>
 #include <mutex>
+#include <optional>
 #include <utility>
-#include <vector>
 
 namespace quillon {
 
 namespace {
 
-/// The ports whose end somebody wants to hear of. A tap's port has no room for a pointer of ours,
-/// and it becomes invalid on a thread of the system's own.
-class WatchedPorts {
+/// Whose taps the ports are. A tap's port has no room for a pointer of ours, and it becomes invalid
+/// on a thread of the system's own.
+class TapsOfPorts {
   public:
-    struct Watch {
-        CFMachPortRef port;
+    struct Entry {
         std::weak_ptr<MacEventTap> tap;
         RunLoop* runLoop;
     };
 
     /// Never destroyed: taps of whatever the process shares may go after all else.
-    static WatchedPorts& shared() {
-        static auto& ports = *new WatchedPorts;
-        return ports;
+    static TapsOfPorts& shared() {
+        static auto& taps = *new TapsOfPorts;
+        return taps;
     }
 
-    void add(Watch watch) {
+    void add(CFMachPortRef port, Entry entry) {
         const std::lock_guard lock(mutex_);
-        erase(watch.port);
-        watches_.push_back(std::move(watch));
+        entries_.emplace(port, std::move(entry));
     }
 
     void remove(CFMachPortRef port) {
         const std::lock_guard lock(mutex_);
-        erase(port);
+        entries_.erase(port);
     }
 
-    [[nodiscard]] std::optional<Watch> find(CFMachPortRef port) {
+    [[nodiscard]] std::optional<Entry> find(CFMachPortRef port) {
         const std::lock_guard lock(mutex_);
-        const auto found = std::ranges::find(watches_, port, &Watch::port);
-        return found == watches_.end() ? std::nullopt : std::optional(*found);
+        const auto found = entries_.find(port);
+        return found == entries_.end() ? std::nullopt : std::optional(found->second);
     }
 
   private:
-    void erase(CFMachPortRef port) {
-        std::erase_if(watches_, [port](const Watch& watch) { return watch.port == port; });
-    }
-
     std::mutex mutex_;
-    std::vector<Watch> watches_;
+    std::map<CFMachPortRef, Entry> entries_;
 };
 
 } // namespace
 
-std::shared_ptr<MacEventTap> MacEventTap::create(CGEventTapLocation location,
+std::shared_ptr<MacEventTap> MacEventTap::create(RunLoop& runLoop, CGEventTapLocation location,
                                                  CGEventTapPlacement placement,
                                                  CGEventTapOptions options,
                                                  CGEventMask eventsOfInterest,
@@ -66,6 +60,7 @@ std::shared_ptr<MacEventTap> MacEventTap::create(CGEventTapLocation location,
     if (!tap->port_) {
         return nullptr;
     }
+    TapsOfPorts::shared().add(tap->port(), {tap, &runLoop});
     // The system makes taps that are on. Until its source is on a run loop nobody would answer, and
     // the user's input would wait for the time-out.
     tap->enable(false);
@@ -78,23 +73,22 @@ MacEventTap::~MacEventTap() {
     }
     // The owner knows that it lets go: only then may the port end.
     CFMachPortSetInvalidationCallBack(port_.get(), nullptr);
-    WatchedPorts::shared().remove(port_.get());
+    TapsOfPorts::shared().remove(port_.get());
     // Whatever else still refers to the port, no event may come for what is gone.
     CFMachPortInvalidate(port_.get());
 }
 
-void MacEventTap::setInvalidationHandler(RunLoop& runLoop, std::function<void()> handler) {
+void MacEventTap::setInvalidationHandler(std::function<void()> handler) {
     invalidated_ = std::move(handler);
-    WatchedPorts::shared().add({port_.get(), weak_from_this(), &runLoop});
     CFMachPortSetInvalidationCallBack(port_.get(), &MacEventTap::portInvalidated);
 }
 
 void MacEventTap::portInvalidated(CFMachPortRef port, void* /*info*/) noexcept {
-    const auto watch = WatchedPorts::shared().find(port);
-    if (!watch) {
+    const auto entry = TapsOfPorts::shared().find(port);
+    if (!entry) {
         return;
     }
-    watch->runLoop->async([weak = watch->tap] {
+    entry->runLoop->async([weak = entry->tap] {
         const auto tap = weak.lock(); // the handler may let go of the tap
         if (tap && tap->invalidated_) {
             std::exchange(tap->invalidated_, nullptr)();

@@ -12,12 +12,15 @@
 namespace quillon {
 
 /// A tap of the system: a port that the window server sends events through.
-class MacEventTap final : public EventTap, public std::enable_shared_from_this<MacEventTap> {
+class MacEventTap final : public EventTap {
   public:
-    /// Null when the system grants none.
-    static std::shared_ptr<MacEventTap>
-    create(CGEventTapLocation location, CGEventTapPlacement placement, CGEventTapOptions options,
-           CGEventMask eventsOfInterest, EventTapCallback callback, void* userInfo);
+    /// Null when the system grants none. `runLoop` brings to the main thread what the system says
+    /// on others.
+    static std::shared_ptr<MacEventTap> create(RunLoop& runLoop, CGEventTapLocation location,
+                                               CGEventTapPlacement placement,
+                                               CGEventTapOptions options,
+                                               CGEventMask eventsOfInterest,
+                                               EventTapCallback callback, void* userInfo);
 
     MacEventTap(EventTapCallback callback, void* userInfo)
         : callback_(callback), userInfo_(userInfo) {}
@@ -27,14 +30,14 @@ class MacEventTap final : public EventTap, public std::enable_shared_from_this<M
 
     void enable(bool enable) { CGEventTapEnable(port_.get(), enable); }
 
-    /// `runLoop` brings the news to the main thread.
-    void setInvalidationHandler(RunLoop& runLoop, std::function<void()> handler);
+    /// Called on the main thread, once.
+    void setInvalidationHandler(std::function<void()> handler);
 
     [[nodiscard]] CFMachPortRef port() const { return port_.get(); }
 
   private:
     static CGEventRef answer(CGEventTapProxy proxy, CGEventType type, CGEventRef event,
-                             void* tap) noexcept;
+                             void* context) noexcept;
     static void portInvalidated(CFMachPortRef port, void* info) noexcept;
 
     EventTapCallback callback_;
