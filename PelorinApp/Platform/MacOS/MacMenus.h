@@ -21,7 +21,7 @@ class MacMenus final : public Menus {
   private:
     /// Shows this one from now on, and lets go of the one before.
     NSMenu* take(const std::shared_ptr<Menu>& menu);
-    NSMenuItem* itemFor(MenuItem& item);
+    NSMenuItem* itemFor(const std::shared_ptr<MenuItem>& item);
     void letGo();
 
     NativeViews& views_;

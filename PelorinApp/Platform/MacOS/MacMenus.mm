@@ -4,6 +4,14 @@
 
 namespace quillon {
 
+namespace {
+
+NSControlStateValue nativeState(const MenuItem& item) {
+    return item.hasCheckMark ? NSControlStateValueOn : NSControlStateValueOff;
+}
+
+} // namespace
+
 MacMenus::~MacMenus() { letGo(); }
 
 void MacMenus::popUpContextMenu(const std::shared_ptr<Menu>& menu, EventType /*event*/,
@@ -30,26 +38,33 @@ NSMenu* MacMenus::take(const std::shared_ptr<Menu>& menu) {
     NSMenu* const native = [[NSMenu alloc] initWithTitle:@""];
     [native setAutoenablesItems:NO]; // or the system would enable whatever has an action
     for (const auto& item : menu->items) {
-        [native addItem:itemFor(*item)];
+        [native addItem:itemFor(item)];
     }
     return native;
 }
 
-NSMenuItem* MacMenus::itemFor(MenuItem& item) {
+NSMenuItem* MacMenus::itemFor(const std::shared_ptr<MenuItem>& shared) {
+    MenuItem& item = *shared;
     if (item.isSeparator) {
         return [NSMenuItem separatorItem];
     }
-    NSMenuItem* const native =
-        [[NSMenuItem alloc] initWithTitle:nativeText(item.title)
-                                   action:target_->selectorOf(item.action, item)
-                            keyEquivalent:nativeText(item.keyEquivalent)];
+    NSMenuItem* const native = [[NSMenuItem alloc] initWithTitle:nativeText(item.title)
+                                                          action:nullptr
+                                                   keyEquivalent:nativeText(item.keyEquivalent)];
+    const Action action{item.action.name, [shared, native](Sender* sender) {
+                            if (shared->action.perform) {
+                                shared->action.perform(sender);
+                            }
+                            [native setState:nativeState(*shared)]; // which it may have changed
+                        }};
+    [native setAction:target_->selectorOf(action, item)];
     [native setTarget:target_->object()];
     if (!item.keyEquivalent.empty()) {
         [native setKeyEquivalentModifierMask:NSEventModifierFlagCommand];
     }
     [native setImage:nil];
     [native setEnabled:item.isEnabled];
-    [native setState:item.hasCheckMark ? NSControlStateValueOn : NSControlStateValueOff];
+    [native setState:nativeState(item)];
     views_.add(item, native);
     return native;
 }
