@@ -37,7 +37,7 @@ ALLOWED = {
 }
 UNRESTRICTED = {"main.cpp", "MacMain.mm"}
 
-INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]', re.M)
+INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s*([<"])([^">]+)[">]', re.M)
 PLATFORM_FOLDERS = (
     "Platform/Simulated",
     "Platform/Posix",

@@ -1,9 +1,7 @@
 #include "Platform/MacOS/MacUserDefaults.h"
 
 #include "Platform/MacOS/NSStrings.h"
-#include "Platform/MacOS/ObjectiveC.h"
 
-#import <CoreFoundation/CoreFoundation.h>
 #import <Foundation/Foundation.h>
 
 #include <type_traits>
@@ -13,9 +11,9 @@ namespace quillon {
 
 namespace {
 
-/// True and false are numbers as well, of a class of their own.
+/// True and false are numbers as well, of which there is one object each.
 bool isBoolean(NSNumber* number) {
-    return CFGetTypeID(QUILLON_BRIDGE(CFTypeRef, number)) == CFBooleanGetTypeID();
+    return number == [NSNumber numberWithBool:YES] || number == [NSNumber numberWithBool:NO];
 }
 
 DefaultsObject unsupported(id object) { return UnsupportedObject{utf8Text([object description])}; }

@@ -4,7 +4,7 @@
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/session/EndSignals.h"
 #include "Platform/Linux/session/LinuxSession.h"
-#include "Platform/Linux/session/StandardOutput.h"
+#include "Platform/Posix/StandardOutput.h"
 
 #include <QApplication>
 

@@ -1,9 +1,10 @@
 #include "Platform/Linux/session/AutostartLoginItem.h"
 
-#include "Platform/Linux/session/AtomicFile.h"
 #include "Platform/Linux/session/ConfigHome.h"
 #include "Platform/Linux/session/DesktopEntry.h"
-#include "Platform/Linux/session/FileDescriptor.h"
+#include "Platform/Posix/files/AtomicFile.h"
+#include "Platform/Posix/files/FileCalls.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "Platform/Linux/session/BusAddress.h"
 
-#include "Platform/Linux/session/FileDescriptor.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 
 #include <algorithm>
 #include <cerrno>

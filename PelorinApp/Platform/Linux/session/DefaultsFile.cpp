@@ -1,9 +1,10 @@
 #include "Platform/Linux/session/DefaultsFile.h"
 
-#include "Platform/Linux/session/AtomicFile.h"
-#include "Platform/Linux/session/FileDescriptor.h"
 #include "Platform/Linux/session/FileLock.h"
-#include "Platform/Linux/session/FolderCalls.h"
+#include "Platform/Posix/files/AtomicFile.h"
+#include "Platform/Posix/files/FileCalls.h"
+#include "Platform/Posix/files/FileDescriptor.h"
+#include "Platform/Posix/files/FolderCalls.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,7 @@
 #include "Platform/Linux/session/DetachedProgram.h"
 
-#include "Platform/Linux/session/FileDescriptor.h"
+#include "Platform/Posix/files/FileCalls.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,5 +1,7 @@
 #include "Platform/Linux/session/FileLock.h"
 
+#include "Platform/Posix/files/FileCalls.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/session/FileDescriptor.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 
 #include <chrono>
 #include <filesystem>

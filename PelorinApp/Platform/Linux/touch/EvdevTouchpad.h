@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/session/FileDescriptor.h"
 #include "Platform/Linux/touch/ContactCounter.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 
 #include <functional>
 #include <memory>

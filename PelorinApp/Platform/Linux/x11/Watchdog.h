@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/session/FileDescriptor.h"
 #include "Platform/Linux/watchdog/WatchdogMessage.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 
 #include <chrono>
 #include <filesystem>

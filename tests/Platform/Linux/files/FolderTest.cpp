@@ -1,7 +1,7 @@
 #include "FolderBench.h"
 
-#include "Platform/Linux/session/AtomicFile.h"
-#include "Platform/Linux/session/FolderCalls.h"
+#include "Platform/Posix/files/AtomicFile.h"
+#include "Platform/Posix/files/FolderCalls.h"
 
 namespace quillon {
 namespace {

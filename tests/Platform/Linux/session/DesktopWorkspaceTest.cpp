@@ -1,7 +1,7 @@
 #include "Platform/Linux/session/DesktopWorkspace.h"
 
-#include "Platform/Linux/session/FileDescriptor.h"
 #include "Platform/Linux/session/SessionBus.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 #include "RecordingDiagnostics.h"
 #include "support/TemporaryFolder.h"
 

@@ -10,7 +10,7 @@
 #include "Platform/Linux/session/SessionBus.h"
 #include "Platform/Linux/session/ShowLevelCommand.h"
 #include "Platform/Linux/session/SingleInstance.h"
-#include "Platform/Linux/session/StandardOutput.h"
+#include "Platform/Posix/StandardOutput.h"
 
 #include <QDBusConnection>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
-#include "Platform/Linux/files/FileErrors.h"
+#include "Platform/Posix/files/FileErrors.h"
 
-#include "Platform/Linux/session/FileDescriptor.h"
+#include "Platform/Posix/files/FileCalls.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,9 +1,9 @@
-#include "Platform/Linux/files/OpenFolder.h"
+#include "Platform/Posix/files/OpenFolder.h"
 
-#include "Platform/Linux/files/FileErrors.h"
-#include "Platform/Linux/files/TreeRemoval.h"
-#include "Platform/Linux/session/AtomicFile.h"
-#include "Platform/Linux/session/FolderCalls.h"
+#include "Platform/Posix/files/AtomicFile.h"
+#include "Platform/Posix/files/FileErrors.h"
+#include "Platform/Posix/files/FolderCalls.h"
+#include "Platform/Posix/files/TreeRemoval.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -24,7 +24,8 @@ std::optional<FileError> asFileError(std::optional<std::string> failure) {
 /// Whether a refused second name means that there cannot be one: for a folder, on some file
 /// systems, and of files that belong to others.
 bool cannotHaveTwoNames(int error) {
-    return error == EPERM || error == EMLINK || error == EOPNOTSUPP || error == ENOSYS;
+    return error == EPERM || error == EMLINK || error == EOPNOTSUPP || error == ENOTSUP ||
+           error == ENOSYS;
 }
 
 } // namespace

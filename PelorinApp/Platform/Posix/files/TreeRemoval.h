@@ -1,12 +1,12 @@
 #pragma once
 
 #include "Platform/FileManager.h"
-#include "Platform/Linux/session/FileDescriptor.h"
+#include "Platform/Posix/files/FileCalls.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace quillon {
@@ -23,15 +23,9 @@ class TreeRemoval {
     [[nodiscard]] std::optional<FileError> remove(const std::string& name);
 
   private:
-    struct Identity {
-        std::pair<unsigned, unsigned> device;
-        unsigned long long number = 0;
-
-        bool operator==(const Identity&) const = default;
-    };
     struct Entered {
         std::string name;
-        Identity identity;
+        FolderIdentity identity;
     };
 
     // Each answers 0 or an error; failing_ is then the entry in question, within entered_.
@@ -40,7 +34,6 @@ class TreeRemoval {
     [[nodiscard]] int emptyFurther();
     [[nodiscard]] int leave();
 
-    [[nodiscard]] static int identify(const FileDescriptor& folder, Identity& identity);
     [[nodiscard]] std::filesystem::path failingPath() const;
 
     int folder_;

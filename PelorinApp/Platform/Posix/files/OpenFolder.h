@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/FileManager.h"
-#include "Platform/Linux/session/FileDescriptor.h"
+#include "Platform/Posix/files/FileDescriptor.h"
 
 #include <filesystem>
 #include <string>

@@ -1,7 +1,8 @@
-#include "Platform/Linux/session/FolderCalls.h"
+#include "Platform/Posix/files/FolderCalls.h"
+
+#include "Platform/Posix/files/FileCalls.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <string_view>
 #include <sys/stat.h>
@@ -20,13 +21,12 @@ FileDescriptor openedToRead(int folder) {
 
 FileDescriptor openedFolder(const std::filesystem::path& path) {
     const char* name = path.empty() ? "." : path.c_str();
-    return FileDescriptor(retried([&] { return ::open(name, O_PATH | O_DIRECTORY | O_CLOEXEC); }));
+    return FileDescriptor(retried([&] { return ::open(name, folderNamingFlags); }));
 }
 
 FileDescriptor openedFolder(int folder, const std::string& name) {
-    return FileDescriptor(retried([&] {
-        return ::openat(folder, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    }));
+    return FileDescriptor(
+        retried([&] { return ::openat(folder, name.c_str(), folderNamingFlags | O_NOFOLLOW); }));
 }
 
 bool syncFolder(int folder) {
@@ -35,17 +35,13 @@ bool syncFolder(int folder) {
         return errno == EACCES; // a folder that may be written but not read cannot be synchronised
     }
     // Some file systems do not know it for folders.
-    return retried([&] { return ::fsync(opened.get()); }) == 0 || errno == EINVAL;
+    return syncFile(opened.get()) || errno == EINVAL;
 }
 
 bool renameWithoutReplacing(int folder, const std::string& name, const std::string& newName) {
-    if (::renameat2(folder, name.c_str(), folder, newName.c_str(), RENAME_NOREPLACE) == 0) {
-        return true;
+    if (const auto renamed = renameInOneStep(folder, name, newName)) {
+        return *renamed;
     }
-    if (errno != EINVAL && errno != ENOSYS) {
-        return false;
-    }
-    // A file system that cannot do it in one step.
     struct stat info {};
     if (::fstatat(folder, newName.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0) {
         errno = EEXIST;

@@ -1,9 +1,6 @@
 #pragma once
 
 #include <cerrno>
-#include <cstring>
-#include <string>
-#include <string_view>
 #include <unistd.h>
 #include <utility>
 
@@ -43,14 +40,6 @@ template <class Call>
         result = call();
     }
     return result;
-}
-
-/// What went wrong with a system call, in words.
-[[nodiscard]] inline std::string systemError(std::string_view what, int error) {
-    std::string text(what);
-    text += ": ";
-    text += strerrordesc_np(error) == nullptr ? "unknown error" : strerrordesc_np(error);
-    return text;
 }
 
 } // namespace quillon

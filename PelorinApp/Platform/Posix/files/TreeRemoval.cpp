@@ -1,7 +1,7 @@
-#include "Platform/Linux/files/TreeRemoval.h"
+#include "Platform/Posix/files/TreeRemoval.h"
 
-#include "Platform/Linux/files/FileErrors.h"
-#include "Platform/Linux/session/FolderCalls.h"
+#include "Platform/Posix/files/FileErrors.h"
+#include "Platform/Posix/files/FolderCalls.h"
 
 #include <cerrno>
 #include <climits>
@@ -53,8 +53,8 @@ int TreeRemoval::removeOrEnter(int folder, const std::string& name) {
         if (::unlinkat(folder, name.c_str(), 0) == 0 || errno == ENOENT) {
             return 0;
         }
-        if (errno != EISDIR) {
-            return errno;
+        if (const int refused = errno; !isFolderInTheWay(folder, name, refused)) {
+            return refused;
         }
         const int error = enter(folder, name);
         if (!hasChanged(error) || --patience_ <= 0) {
@@ -68,23 +68,14 @@ int TreeRemoval::enter(int folder, const std::string& name) {
     if (!opened.isOpen()) {
         return errno;
     }
-    Identity identity;
-    if (const int error = identify(opened, identity)) {
+    FolderIdentity identity;
+    if (const int error = identifyFolder(opened.get(), identity)) {
         return error;
     }
     entered_.push_back({name, identity});
     current_ = std::move(opened);
     failing_.clear();
     return 0;
-}
-
-int TreeRemoval::identify(const FileDescriptor& folder, Identity& identity) {
-    struct statx info {};
-    if (::statx(folder.get(), "", AT_EMPTY_PATH, STATX_INO, &info) != 0) {
-        return errno;
-    }
-    identity = {{info.stx_dev_major, info.stx_dev_minor}, info.stx_ino};
-    return (info.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 ? EBUSY : 0;
 }
 
 int TreeRemoval::emptyFurther() {
@@ -105,11 +96,11 @@ int TreeRemoval::leave() {
     if (entered_.size() > 1) {
         above =
             FileDescriptor(retried([&] { return ::openat(current_.get(), "..", folderFlags); }));
-        Identity identity;
+        FolderIdentity identity;
         if (!above.isOpen()) {
             return errno;
         }
-        if (const int error = identify(above, identity)) {
+        if (const int error = identifyFolder(above.get(), identity)) {
             return error;
         }
         if (identity != entered_[entered_.size() - 2].identity) {

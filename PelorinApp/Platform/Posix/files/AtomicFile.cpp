@@ -1,6 +1,7 @@
-#include "Platform/Linux/session/AtomicFile.h"
+#include "Platform/Posix/files/AtomicFile.h"
 
-#include "Platform/Linux/session/FolderCalls.h"
+#include "Platform/Posix/files/FileCalls.h"
+#include "Platform/Posix/files/FolderCalls.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -34,19 +35,10 @@ std::string uniquePart() {
     return unique;
 }
 
-/// Locks a file until it is closed, or its process ends: false with errno. The lock belongs to the
-/// open file, so that it also tells threads of one process apart.
-bool lock(const FileDescriptor& file) {
-    struct flock whole {};
-    whole.l_type = F_WRLCK;
-    whole.l_whence = SEEK_SET;
-    return ::fcntl(file.get(), F_OFD_SETLK, &whole) == 0;
-}
-
 /// Whether somebody takes, or has taken, a file that was just made for an abandoned one. Locks it
 /// if not, where there are locks.
 bool isTakenForAbandoned(const FileDescriptor& file) {
-    if (!lock(file) && (errno == EAGAIN || errno == EACCES)) {
+    if (!lockFile(file.get()) && (errno == EAGAIN || errno == EACCES)) {
         return true;
     }
     struct stat info {};
@@ -129,7 +121,7 @@ std::optional<std::string> AtomicFile::write(std::string_view content) {
         return systemError("cannot make a file in " + path_.parent_path().string(), errno);
     }
     copyAttributes(folder_, name(), file_.get());
-    if (!writeAll(file_.get(), content) || retried([&] { return ::fsync(file_.get()); }) != 0) {
+    if (!writeAll(file_.get(), content) || !syncFile(file_.get())) {
         return systemError("cannot write " + path_.string(), errno);
     }
     return std::nullopt;
@@ -172,7 +164,7 @@ void AtomicFile::removeAbandoned(int folder, const std::string& name) {
             folder, entry->c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
         struct stat info {};
         if (file.isOpen() && ::fstat(file.get(), &info) == 0 && S_ISREG(info.st_mode) &&
-            lock(file)) {
+            lockFile(file.get())) {
             ::unlinkat(folder, entry->c_str(), 0);
         }
     }

@@ -1,9 +1,9 @@
-#include "Platform/Linux/session/StandardOutput.h"
+#include "Platform/Posix/StandardOutput.h"
 
 #include <algorithm>
 #include <string>
 
-#include <poll.h>
+#include <sys/select.h>
 #include <unistd.h>
 
 namespace quillon {
@@ -14,8 +14,12 @@ namespace {
 constexpr std::size_t longestLine = 4096;
 
 bool takesMore() {
-    pollfd output{STDOUT_FILENO, POLLOUT, 0};
-    return ::poll(&output, 1, 0) > 0 && (output.revents & POLLOUT) != 0;
+    // Not poll, which some systems do not have for terminals.
+    fd_set outputs;
+    FD_ZERO(&outputs);
+    FD_SET(STDOUT_FILENO, &outputs);
+    timeval atOnce{};
+    return ::select(STDOUT_FILENO + 1, nullptr, &outputs, nullptr, &atOnce) > 0;
 }
 
 } // namespace
