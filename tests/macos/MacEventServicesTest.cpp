@@ -382,12 +382,10 @@ TEST_F(MacEventServicesTest, WhatWePostSaysThatItIsOurs) {
     events.post(TapLocation::hid, *events.createEvent());
     events.post(TapLocation::hid,
                 *events.createMouseEvent(EventType::rightMouseUp, {}, MouseButton::right));
-    events.post(TapLocation::hid, *events.createSystemDefinedEvent({.data1 = 0x100A00}));
-    ASSERT_EQ(fakeEvents().posts.size(), 3U);
+    ASSERT_EQ(fakeEvents().posts.size(), 2U);
     for (const auto& post : fakeEvents().posts) {
         EXPECT_EQ(post.event.field(kCGEventSourceUserData), 42);
     }
-    EXPECT_EQ(static_cast<int>(fakeEvents().posts[2].event.type), 14);
 }
 
 TEST_F(MacEventServicesTest, WhatIsPostedInAnAnswerComesAfterTheEvent) {
@@ -407,7 +405,21 @@ TEST_F(MacEventServicesTest, NoEventWhenTheSystemMakesNone) {
     fakeEvents().makesEvents = false;
     EXPECT_EQ(events.createEvent(), nullptr);
     EXPECT_EQ(events.createMouseEvent(EventType::otherMouseDown, {}, MouseButton::middle), nullptr);
-    EXPECT_EQ(events.createSystemDefinedEvent({}), nullptr);
+}
+
+/// The window toolkit makes it, whose objects are not counted.
+TEST(MacSystemDefinedEventTest, IsPostedAtTheHardwareLevelAndSaysThatItIsOurs) {
+    fakeEvents().reset();
+    VirtualRunLoop runLoop;
+    MacEventServices events(runLoop);
+    const auto event = events.createSystemDefinedEvent({.subtype = 8, .data1 = 0x100A00});
+    ASSERT_TRUE(event);
+    events.post(TapLocation::hid, *event);
+    ASSERT_EQ(fakeEvents().posts.size(), 1U);
+    const auto& post = fakeEvents().posts[0];
+    EXPECT_EQ(static_cast<int>(post.location), 0);
+    EXPECT_EQ(static_cast<int>(post.event.type), 14);
+    EXPECT_EQ(post.event.field(kCGEventSourceUserData), 42);
 }
 
 } // namespace
