@@ -1,0 +1,57 @@
+# The files of this folder, and those that it shares with other systems of its kind: for the program
+# on a Mac, and for the tests elsewhere.
+set(quillon_macos_sources
+  ActionTarget.mm
+  CoreFoundationTypes.cpp
+  DispatchSerialQueue.cpp
+  HostedTree.mm
+  HostedView.mm
+  MacAccessibility.cpp
+  MacAccessibilityElements.cpp
+  MacAlerts.mm
+  MacAnimator.mm
+  MacApplication.mm
+  MacApplications.mm
+  MacAudioHardware.cpp
+  MacBundle.mm
+  MacDisplays.mm
+  MacDynamicLibraries.cpp
+  MacEvent.cpp
+  MacEventMonitors.mm
+  MacEventServices.cpp
+  MacEventTap.cpp
+  MacFileCalls.cpp
+  MacFileManager.mm
+  MacImages.mm
+  MacLoginItem.mm
+  MacMenus.mm
+  MacPlatform.mm
+  MacPopovers.mm
+  MacRunLoop.cpp
+  MacScriptingService.mm
+  MacStatusBar.mm
+  MacUpdaters.mm
+  MacUrlSession.mm
+  MacUserDefaults.mm
+  MacWindowServer.cpp
+  MacWorkspace.mm
+  NSStrings.mm
+  NativeButton.mm
+  NativeDrawing.mm
+  NativeLooks.mm
+  QuickContent.cpp
+  RepeatingTimer.mm
+  SystemDefinedEvents.mm
+  SystemUptime.mm
+  UrlFetch.cpp)
+set(quillon_posix_sources
+  LoadedLibrary.cpp
+  StandardOutput.cpp
+  files/AtomicFile.cpp
+  files/FileErrors.cpp
+  files/FolderCalls.cpp
+  files/OpenFolder.cpp
+  files/PosixFileManager.cpp
+  files/TreeRemoval.cpp)
+list(TRANSFORM quillon_macos_sources PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
+list(TRANSFORM quillon_posix_sources PREPEND ${CMAKE_CURRENT_LIST_DIR}/../Posix/)
