@@ -49,6 +49,9 @@ using RunLoopSourceRef = std::shared_ptr<RunLoopSource>;
 
 enum class TapLocation : std::uint32_t { hid = 0 };
 enum class TapPlacement : std::uint32_t { headInsert = 0 };
+
+/// A filtering tap may consume and rewrite events; whatever one does that only listens, they pass
+/// as they are.
 enum class TapOptions : std::uint32_t { filtering = 0, listenOnly = 1 };
 
 /// Runs on the main thread. Returns the event to pass it on (perhaps rewritten), null to consume

@@ -96,6 +96,8 @@ LinuxPlatform::LinuxPlatform(LinuxSession& session, QuickScreens screens)
                 .loginItem = loginItem_,
                 .updaters = updaters_,
                 .workspace = workspace_} {
+    // It connects, and from then on the screens and the pointer are known.
+    [[maybe_unused]] const bool isTrusted = server_.isProcessTrusted();
     takeLook();
     events_.setKeyHandler([this](SpecialKey key) { keys_.stroke(key); });
     if (xcb_connection_t* connection = toolkitConnection()) {

@@ -9,9 +9,10 @@ namespace quillon {
 
 class SimulatedEventServices::SimulatedTap final : public EventTap {
   public:
-    SimulatedTap(std::uint64_t interest, EventTapCallback function, void* context,
-                 std::string_view tool, ActionSink& sink)
-        : mask(interest), callback(function), userInfo(context), owner(tool), sink_(sink) {}
+    SimulatedTap(TapOptions tapOptions, std::uint64_t interest, EventTapCallback function,
+                 void* context, std::string_view tool, ActionSink& sink)
+        : options(tapOptions), mask(interest), callback(function), userInfo(context), owner(tool),
+          sink_(sink) {}
     SimulatedTap(const SimulatedTap&) = delete;
     SimulatedTap& operator=(const SimulatedTap&) = delete;
     ~SimulatedTap() override {
@@ -22,6 +23,7 @@ class SimulatedEventServices::SimulatedTap final : public EventTap {
 
     [[nodiscard]] bool isListening() const { return enabled && attached && !dropped; }
 
+    TapOptions options;
     std::uint64_t mask;
     EventTapCallback callback;
     void* userInfo;
@@ -60,14 +62,14 @@ Tap& simulated(EventTap& tap) {
 } // namespace
 
 EventTapRef SimulatedEventServices::createTap(TapLocation /*location*/, TapPlacement /*placement*/,
-                                              TapOptions /*options*/,
-                                              std::uint64_t eventsOfInterest,
+                                              TapOptions options, std::uint64_t eventsOfInterest,
                                               EventTapCallback callback, void* userInfo,
                                               std::string_view owner) {
     if (!granting_) {
         return nullptr;
     }
-    auto tap = std::make_shared<SimulatedTap>(eventsOfInterest, callback, userInfo, owner, sink_);
+    auto tap =
+        std::make_shared<SimulatedTap>(options, eventsOfInterest, callback, userInfo, owner, sink_);
     std::erase_if(taps_, [](const auto& old) { return old.expired(); });
     taps_.insert(taps_.begin(), tap);
     sink_("tap", "install " + tap->owner);
@@ -104,8 +106,13 @@ SimulatedEventServices::living() const {
 SimulatedEventServices::Fate SimulatedEventServices::deliver(EventType type, FieldEvent& event) {
     const FieldEvent before = event;
     for (const auto& tap : living()) {
-        if (tap->isListening() && (tap->mask & eventMask(type)) != 0 &&
-            tap->callback(type, &event, tap->userInfo) == nullptr) {
+        if (!tap->isListening() || (tap->mask & eventMask(type)) == 0) {
+            continue;
+        }
+        if (tap->options == TapOptions::listenOnly) {
+            FieldEvent copy = event;
+            tap->callback(type, &copy, tap->userInfo);
+        } else if (tap->callback(type, &event, tap->userInfo) == nullptr) {
             return Fate::consume;
         }
     }

@@ -60,7 +60,7 @@ class SimulatedFileManager::SimulatedFolder final : public Folder {
     [[nodiscard]] std::optional<FileError> keep(std::string_view name,
                                                 std::string_view keptName) override {
         return exists(keptName) ? FileError{"there is " + (path_ / keptName).string() + " already"}
-                                : copy(name, keptName, false);
+                                : copy(name, keptName, files_.isFolder(path_ / name));
     }
 
     [[nodiscard]] std::optional<FileError> remove(std::string_view name) override {
@@ -82,18 +82,29 @@ class SimulatedFileManager::SimulatedFolder final : public Folder {
     }
 
     std::optional<FileError> copy(std::string_view name, std::string_view newName, bool moves) {
-        if (auto error = refused(name)) {
-            return error;
+        for (const auto& given : {name, newName}) {
+            if (auto error = refused(given)) {
+                return error;
+            }
         }
-        const auto found = files_.entries.find(path_ / name);
-        if (found == files_.entries.end()) {
-            return FileError{"there is no " + (path_ / name).string()};
+        const fs::path from = path_ / name;
+        const fs::path to = path_ / newName;
+        if (!files_.entries.contains(from)) {
+            return FileError{"there is no " + from.string()};
         }
-        const Entry entry = found->second;
-        if (moves) {
-            files_.entries.erase(found);
+        if (files_.isFolder(to)) {
+            return FileError{to.string() + " is a folder"};
         }
-        files_.entries.insert_or_assign(path_ / newName, entry);
+        const auto all = files_.entries; // with what lies within, if it is a folder
+        for (const auto& [path, entry] : all) {
+            if (isWithin(path, from)) {
+                const fs::path rest = path.lexically_relative(from);
+                files_.entries.insert_or_assign(rest == "." ? to : to / rest, entry);
+                if (moves) {
+                    files_.entries.erase(path);
+                }
+            }
+        }
         return std::nullopt;
     }
 
@@ -102,8 +113,13 @@ class SimulatedFileManager::SimulatedFolder final : public Folder {
 };
 
 FileResult<std::unique_ptr<Folder>> SimulatedFileManager::makeFolder(const fs::path& path) {
-    if (!isFolder(path) && failure) {
-        return FileError{*failure};
+    if (!isFolder(path)) {
+        if (failure) {
+            return FileError{*failure};
+        }
+        if (entries.contains(path)) {
+            return FileError{path.string() + " is no folder"};
+        }
     }
     put(path, {Kind::folder});
     return openFolder(path);

@@ -21,6 +21,9 @@ class SimulatedUrlSession final : public UrlSession {
     void answer(const std::string& url, int statusCode, std::string body, double seconds = 0);
     void fail(const std::string& url, std::string description, double seconds = 0);
 
+    /// From now on this address refers to another.
+    void redirect(const std::string& url, const std::string& to);
+
     [[nodiscard]] const std::vector<UrlRequest>& requests() const { return requests_; }
 
     /// How many fetches are under way.
@@ -33,8 +36,11 @@ class SimulatedUrlSession final : public UrlSession {
         double seconds;
     };
 
+    [[nodiscard]] Answer answerTo(const UrlRequest& request) const;
+
     RunLoop& runLoop_;
     std::map<std::string, Answer> answers_;
+    std::map<std::string, std::string> redirects_;
     std::vector<UrlRequest> requests_;
     std::shared_ptr<int> underWay_ = std::make_shared<int>(0);
 };

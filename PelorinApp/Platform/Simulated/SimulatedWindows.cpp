@@ -27,7 +27,7 @@ class SimulatedWindows::WindowElement final : public AccessibilityElement {
         : windows_(windows), process_(process) {}
 
     bool setBool(std::string_view attribute, bool value) override {
-        if (attribute != "AXMain") {
+        if (attribute != "AXMain" || !windows_.processes_.contains(process_)) {
             return false;
         }
         windows_.sink_("main", std::to_string(process_) + (value ? "" : " off"));
@@ -66,7 +66,8 @@ class SimulatedWindows::ApplicationElement final : public AccessibilityElement {
         return found;
     }
     bool setElement(std::string_view attribute, const AccessibilityElementRef& value) override {
-        if (attribute != "AXFocusedWindow" || value == nullptr) {
+        if (attribute != "AXFocusedWindow" || value == nullptr ||
+            !windows_.processes_.contains(process_)) {
             return false;
         }
         windows_.sink_("focus", std::to_string(process_));
@@ -87,6 +88,12 @@ void SimulatedWindows::add(const WindowDescription& window, ActivationPolicy pol
             process.policy = policy;
         }
     }
+}
+
+void SimulatedWindows::addInFront(const WindowDescription& window, ActivationPolicy policy) {
+    add(window, policy);
+    std::rotate(windows_.begin(), windows_.end() - 1, windows_.end());
+    front_ = window.ownerProcess;
 }
 
 void SimulatedWindows::setFront(ProcessId process, std::optional<std::string> name) {

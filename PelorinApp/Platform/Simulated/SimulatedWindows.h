@@ -29,6 +29,10 @@ class SimulatedWindows final : public Applications,
     /// A window behind all others; its owner becomes an application of this policy.
     void add(const WindowDescription& window, ActivationPolicy policy = ActivationPolicy::regular);
 
+    /// The same in front of all others, which gets what is typed.
+    void addInFront(const WindowDescription& window,
+                    ActivationPolicy policy = ActivationPolicy::regular);
+
     /// This application is in front from now on, whether or not it has windows.
     void setFront(ProcessId process, std::optional<std::string> name);
 

@@ -35,10 +35,17 @@ int takeSignals() {
     return signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
 }
 
-/// Timers from a second on may be late by a twentieth, which lets the kernel wake the processor
-/// once for several of them.
-Qt::TimerType timerType(double seconds) {
-    return seconds < 1.0 ? Qt::PreciseTimer : Qt::CoarseTimer;
+/// Repeating timers from a second on may be off by a twentieth, either way, which lets the kernel
+/// wake the processor once for several of them. What is to happen once must not be early.
+Qt::TimerType timerType(double seconds, bool repeats) {
+    return repeats && seconds >= 1.0 ? Qt::CoarseTimer : Qt::PreciseTimer;
+}
+
+std::chrono::milliseconds timerInterval(double seconds, bool repeats) {
+    constexpr double inexactness = 1e-6; // of a number of milliseconds that was meant to be whole
+    const double milliseconds = seconds * 1000;
+    return std::chrono::milliseconds(
+        std::llround(repeats ? milliseconds : std::ceil(milliseconds - inexactness)));
 }
 
 } // namespace
@@ -50,8 +57,7 @@ class QtRunLoop::Timers final : public QObject {
     using Number = std::uint64_t;
 
     Number start(double seconds, bool repeats, std::function<void()> work) {
-        const auto interval = std::chrono::milliseconds(std::llround(seconds * 1000));
-        const int id = startTimer(interval, timerType(seconds));
+        const int id = startTimer(timerInterval(seconds, repeats), timerType(seconds, repeats));
         auto callback = std::make_shared<std::function<void()>>(std::move(work));
         scheduled_.push_back({++started_, id, repeats, std::move(callback)});
         return started_;

@@ -63,14 +63,14 @@ X11EventServices::~X11EventServices() {
 }
 
 EventTapRef X11EventServices::createTap(TapLocation /*location*/, TapPlacement /*placement*/,
-                                        TapOptions /*options*/, std::uint64_t eventsOfInterest,
+                                        TapOptions options, std::uint64_t eventsOfInterest,
                                         EventTapCallback callback, void* userInfo,
                                         std::string_view owner) {
     if (!mayTap_()) {
         return nullptr;
     }
-    auto tap = std::make_shared<X11EventTap>([this] { publishTaps(); }, eventsOfInterest, callback,
-                                             userInfo, owner);
+    auto tap = std::make_shared<X11EventTap>([this] { publishTaps(); }, options, eventsOfInterest,
+                                             callback, userInfo, owner);
     std::erase_if(taps_, [](const auto& old) { return old.expired(); });
     taps_.insert(taps_.begin(), tap);
     if (!holder_) {
@@ -307,7 +307,10 @@ Verdict X11EventServices::runTaps(const TapQuestion& question) {
             continue;
         }
         asked_ = tap;
-        if (tap->callback(type, &event, tap->userInfo) == nullptr) {
+        if (tap->options == TapOptions::listenOnly) {
+            FieldEvent copy = event;
+            tap->callback(type, &copy, tap->userInfo);
+        } else if (tap->callback(type, &event, tap->userInfo) == nullptr) {
             return Verdict::consume;
         }
     }

@@ -14,9 +14,9 @@ namespace quillon {
 class X11EventTap final : public EventTap {
   public:
     /// `changed` is called when it may want to hold more or less than before, also when it ends.
-    X11EventTap(std::function<void()> changed, std::uint64_t interest, EventTapCallback function,
-                void* context, std::string_view tool)
-        : mask(interest), callback(function), userInfo(context), toolId(tool),
+    X11EventTap(std::function<void()> changed, TapOptions tapOptions, std::uint64_t interest,
+                EventTapCallback function, void* context, std::string_view tool)
+        : options(tapOptions), mask(interest), callback(function), userInfo(context), toolId(tool),
           changed_(std::move(changed)) {}
     X11EventTap(const X11EventTap&) = delete;
     X11EventTap& operator=(const X11EventTap&) = delete;
@@ -31,6 +31,7 @@ class X11EventTap final : public EventTap {
         changed_();
     }
 
+    TapOptions options;
     std::uint64_t mask;
     EventTapCallback callback;
     void* userInfo;
