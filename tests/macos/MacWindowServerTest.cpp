@@ -54,7 +54,7 @@ TEST_F(MacWindowServerTest, WindowsAreDescribedFrontToBack) {
     EXPECT_EQ(back.isOnScreen, false);
 }
 
-void expectNothingIsKnown(const fakes::FakeWindow& window) {
+void expectNothingIsKnown(const fakes::FakeListedWindow& window) {
     fakeWindows().windows = {{window}};
     const auto windows =
         MacWindowServer().copyWindowList(WindowListOptions::excludeDesktopElements);

@@ -41,7 +41,7 @@ class DictionaryMaker {
     __CFDictionary::Entries entries_;
 };
 
-CFDictionaryRef describe(const FakeWindow& window) {
+CFDictionaryRef describe(const FakeListedWindow& window) {
     DictionaryMaker maker;
     if (window.isOfOtherTypes) {
         for (const auto key :

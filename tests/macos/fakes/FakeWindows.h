@@ -10,7 +10,7 @@
 namespace quillon::fakes {
 
 /// What the window server says of a window; nothing of what is absent.
-struct FakeWindow {
+struct FakeListedWindow {
     std::optional<std::int64_t> ownerProcess;
     std::optional<std::string> ownerName;
     std::optional<double> layer;
@@ -29,7 +29,7 @@ class FakeWindows {
     std::vector<Request> requests;
 
     /// Front to back; nothing where there is no window server.
-    std::optional<std::vector<FakeWindow>> windows = std::vector<FakeWindow>{};
+    std::optional<std::vector<FakeListedWindow>> windows = std::vector<FakeListedWindow>{};
 
     void reset() { *this = {}; }
 };
