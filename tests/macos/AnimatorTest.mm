@@ -87,6 +87,21 @@ TEST_F(AnimatorTest, TellsTheViewItsAlphaInTheEnd) {
 
 TEST_F(AnimatorTest, OfTwoAnimationsTheLaterCounts) {
     const auto view = std::make_shared<View>();
+    int completions = 0;
+    const auto count = [&] { ++completions; };
+    view->setAlphaValue(0.25);
+    shell.animator.animateAlpha(view, 0, 0.2, TimingCurve::easeInEaseOut, count);
+    shell.animator.animateAlpha(view, 0.5, 0.4, TimingCurve::easeInEaseOut, count);
+    fakeAnimations().advance(0.2);
+    EXPECT_EQ(completions, 1);
+    EXPECT_EQ(view->alphaValue(), 0.25);
+    fakeAnimations().advance(0.2);
+    EXPECT_EQ(completions, 2);
+    EXPECT_EQ(view->alphaValue(), 0.5);
+}
+
+TEST_F(AnimatorTest, AnAnimationChangesNothingThatWasSetMeanwhile) {
+    const auto view = std::make_shared<View>();
     shell.animator.animateAlpha(view, 0, 0.2, TimingCurve::easeInEaseOut, nullptr);
     shell.animator.setAlphaWithoutAnimation(*view, 0.75);
     fakeAnimations().advance(0.2);

@@ -156,6 +156,9 @@ TEST_F(PopoversTest, ItIsClosedWhenItGoes) {
     popover->show(*item->button(), RectEdge::minY);
     popover = nullptr;
     EXPECT_FALSE(state().isShown);
+    shell.content.isVisible = true;
+    [state().delegate popoverDidClose:nil]; // an animation may end later than that
+    EXPECT_TRUE(shell.content.isVisible);
 }
 
 } // namespace

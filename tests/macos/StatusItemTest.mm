@@ -233,14 +233,26 @@ TEST_F(StatusItemTest, AClickOnTheLevelBringsTheButtonBack) {
     EXPECT_TRUE(fakePopover(shell.popover()).view == shell.button());
 }
 
-TEST_F(StatusItemTest, WhatWasTakenAwayDoesNothingAnyMore) {
+TEST_F(StatusItemTest, AViewThatWasTakenAwayDrawsNothingAnyMore) {
+    const auto item = shell.statusBar.statusItem(-2);
+    const auto view = std::make_shared<View>();
+    const auto bar = std::make_shared<VolumeBarMenuBarButton>();
+    view->addSubview(bar);
+    item->setCustomView(view);
+    NSButton* const level = shell.level();
+    [level drawRect:[level bounds]];
+    EXPECT_EQ(drawnTexts().size(), 2U);
+    item->setCustomView(nullptr);
+    [level drawRect:[level bounds]];
+    EXPECT_EQ(drawnTexts().size(), 2U);
+    EXPECT_FALSE(view->isInWindow());
+}
+
+TEST_F(StatusItemTest, AButtonThatWasTakenAwayDoesNothingAnyMore) {
     shell.launch();
     shell.showLevel(42.5);
     NSButton* const level = shell.level();
     shell.use(level, NSEventTypeLeftMouseUp);
-    drawnTexts().clear();
-    [level drawRect:[level bounds]];
-    EXPECT_TRUE(drawnTexts().empty());
     shell.lines.clear();
     shell.use(level, NSEventTypeLeftMouseUp);
     EXPECT_TRUE(shell.lines.empty());
