@@ -84,6 +84,13 @@ TEST_F(RunLoopTest, LaterWorkRunsWithoutItsHandleButNotWhenCancelled) {
     EXPECT_EQ(ran, (std::vector<std::string>{"kept", "no handle"}));
 }
 
+TEST_F(RunLoopTest, WhatLaterWorkHoldsGoesOnceItHasRun) {
+    const auto held = std::make_shared<int>(0);
+    const TimerRef timer = runLoop.asyncAfter(1, [held] {});
+    fakeDispatch().runAfters();
+    EXPECT_EQ(held.use_count(), 1) << "although the handle is still there";
+}
+
 TEST_F(RunLoopTest, LaterWorkMayCancelItself) {
     TimerRef timer;
     const auto held = std::make_shared<int>(0);
