@@ -1,6 +1,7 @@
 #include "Platform/Posix/files/FileCalls.h"
 #include "Platform/Posix/files/FileDescriptor.h"
 #include "Platform/Posix/files/FolderCalls.h"
+#include "Platform/Posix/files/OpenFolder.h"
 
 #include "fakes/FakeFileCalls.h"
 
@@ -125,6 +126,29 @@ TEST_F(FileCallsTest, AnEntryThatMayNotBeUnlinkedIsAFolderOrProtected) {
     EXPECT_FALSE(isFolderInTheWay(folder.get(), "file", EPERM));
     EXPECT_FALSE(isFolderInTheWay(folder.get(), "link", EPERM));
     EXPECT_FALSE(isFolderInTheWay(folder.get(), "missing", EPERM));
+}
+
+TEST_F(FileCallsTest, ATreeIsRemovedAndNotWhatItsLinksLeadTo) {
+    write("mine", "1");
+    fs::create_directories(path / "tool" / "a" / "b");
+    write("tool/a/b/file", "2");
+    fs::create_symlink(path / "mine", path / "tool" / "link");
+    fs::create_directory_symlink(path, path / "tool" / "a" / "up");
+    OpenFolder open(openedFolder(path), path);
+    const auto failure = open.remove("tool");
+    EXPECT_FALSE(failure) << failure->description;
+    EXPECT_FALSE(fs::exists(path / "tool"));
+    EXPECT_EQ(read("mine"), "1");
+}
+
+TEST_F(FileCallsTest, AFileIsReplacedAndWhatAnAbandonedWriterLeftGoes) {
+    write("file", "old");
+    write("file.tmp-abcdef", "abandoned");
+    OpenFolder open(openedFolder(path), path);
+    const auto failure = open.write("file", "new");
+    EXPECT_FALSE(failure) << failure->description;
+    EXPECT_EQ(read("file"), "new");
+    EXPECT_FALSE(fs::exists(path / "file.tmp-abcdef"));
 }
 
 TEST_F(FileCallsTest, FailuresAreSaidInWords) {
