@@ -41,7 +41,7 @@ id unrecognised(id receiver, SEL selector, ...) {
     std::abort();
 }
 
-IMP forward(id, SEL) { return unrecognised; }
+IMP forward(id, SEL) { return (IMP)unrecognised; }
 
 // A subclass's own constructor also runs its members', but not its superclass's.
 void construct(id object, Class type) {
@@ -55,7 +55,7 @@ void construct(id object, Class type) {
     const IMP method = class_getMethodImplementation(type, constructor);
     if (!parent || !class_respondsToSelector(parent, constructor) ||
         class_getMethodImplementation(parent, constructor) != method)
-        method(object, constructor);
+        ((void (*)(id, SEL))method)(object, constructor);
 }
 
 bool isOrInherits(Class type, Class wanted) {

@@ -27,7 +27,8 @@ typedef bool BOOL;
 #define OBJC_ARC_UNAVAILABLE
 #endif
 
-typedef id (*IMP)(id, SEL, ...);
+// To be cast to what the method takes and answers.
+typedef void (*IMP)(void);
 
 OBJC_EXPORT const char* sel_getName(SEL sel);
 OBJC_EXPORT SEL sel_registerName(const char* str);
