@@ -4,6 +4,7 @@
 #include "DefaultsCommand.h"
 #include "Hub/HubToolStore.h"
 #include "PelorinAppApp.h"
+#include "Platform/MacOS/CoreFoundationTypes.h"
 #include "Platform/MacOS/MacDiagnostics.h"
 #include "Platform/MacOS/MacPlatform.h"
 #include "Platform/MacOS/MacUserDefaults.h"
@@ -59,20 +60,9 @@ int changeDefaults(const DefaultsRequest& request, int argc, char** argv) {
     MacDiagnostics diagnostics;
     MacUserDefaultsStores stores(diagnostics);
     const auto flush = [&request] {
-        const auto synchronize = [](CFStringRef store) {
-            return static_cast<bool>(CFPreferencesAppSynchronize(store));
-        };
-        if (request.suite.empty()) {
-            return synchronize(kCFPreferencesCurrentApplication);
-        }
-        CFStringRef suite =
-            CFStringCreateWithCString(nullptr, request.suite.c_str(), kCFStringEncodingUTF8);
-        if (suite == nullptr) {
-            return false;
-        }
-        const bool isStored = synchronize(suite);
-        CFRelease(suite);
-        return isStored;
+        const CfOwned<CFStringRef> suite = cfText(request.suite);
+        return suite && CFPreferencesAppSynchronize(
+                            request.suite.empty() ? kCFPreferencesCurrentApplication : suite.get());
     };
     return defaultsCommand(request, stores, flush, std::cout, std::cerr);
 }
