@@ -26,7 +26,7 @@ class StatusItem {
 
     [[nodiscard]] virtual std::shared_ptr<View> customView() const = 0;
 
-    /// Null removes it: the button is shown again.
+    /// Null removes it: the button is shown again, or another one, which has yet to be set up.
     virtual void setCustomView(std::shared_ptr<View> view) = 0;
 };
 

@@ -4,6 +4,9 @@
 #include "Platform/MacOS/NativeViews.h"
 #include "Platform/Menu.h"
 
+#include <memory>
+#include <vector>
+
 namespace quillon {
 
 /// The system's menus. Each call returns when the user has chosen, or not.
@@ -27,7 +30,7 @@ class MacMenus final : public Menus {
     NativeViews& views_;
     // As long as no other is shown: an item may be chosen after the call that has shown it.
     std::shared_ptr<Menu> shown_;
-    std::unique_ptr<ActionTarget> target_;
+    std::vector<std::unique_ptr<ActionTarget>> targets_;
 };
 
 } // namespace quillon

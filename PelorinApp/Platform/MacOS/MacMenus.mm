@@ -34,7 +34,6 @@ void MacMenus::popUp(const std::shared_ptr<Menu>& menu, Point location, const Vi
 NSMenu* MacMenus::take(const std::shared_ptr<Menu>& menu) {
     letGo();
     shown_ = menu;
-    target_ = std::make_unique<ActionTarget>();
     NSMenu* const native = [[NSMenu alloc] initWithTitle:@""];
     [native setAutoenablesItems:NO]; // or the system would enable whatever has an action
     for (const auto& item : menu->items) {
@@ -57,8 +56,10 @@ NSMenuItem* MacMenus::itemFor(const std::shared_ptr<MenuItem>& shared) {
                             }
                             [native setState:nativeState(*shared)]; // which it may have changed
                         }};
-    [native setAction:target_->selectorOf(action, item)];
-    [native setTarget:target_->object()];
+    // One for each: several items may have actions of the same name.
+    ActionTarget& target = *targets_.emplace_back(std::make_unique<ActionTarget>());
+    [native setAction:target.selectorOf(action, item)];
+    [native setTarget:target.object()];
     if (!item.keyEquivalent.empty()) {
         [native setKeyEquivalentModifierMask:NSEventModifierFlagCommand];
     }
@@ -76,7 +77,7 @@ void MacMenus::letGo() {
         }
     }
     shown_ = nullptr;
-    target_ = nullptr;
+    targets_.clear();
 }
 
 } // namespace quillon

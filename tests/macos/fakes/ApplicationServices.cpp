@@ -1,7 +1,11 @@
 #include "CoreFoundationObjects.h"
 #include "FakeAccessibility.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
+#include <span>
+#include <string_view>
 
 using namespace quillon::fakes;
 
@@ -36,6 +40,28 @@ AXError errorOf(const char* function) {
     const auto& errors = fakeAccessibility().errors;
     const auto found = errors.find(function);
     return found == errors.end() ? kAXErrorSuccess : found->second;
+}
+
+/// What the real ones have of what can be set and done; here it has no effect.
+constexpr std::array<std::string_view, 4> applicationAttributes{"AXFocusedWindow", "AXFrontmost",
+                                                                "AXHidden", "AXMainWindow"};
+constexpr std::array<std::string_view, 5> windowAttributes{"AXFocused", "AXMain", "AXMinimized",
+                                                           "AXPosition", "AXSize"};
+constexpr std::array<std::string_view, 1> windowActions{"AXRaise"};
+
+bool isAmong(std::span<const std::string_view> names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// What a function answers for an element and something that it has, or has not.
+AXError answerOf(const char* function, AXUIElementRef element, bool has, AXError unsupported) {
+    if (const AXError error = errorOf(function); error != kAXErrorSuccess) {
+        return error;
+    }
+    if (!fakeAccessibility().windows.contains(element->process)) {
+        return kAXErrorInvalidUIElement;
+    }
+    return has ? kAXErrorSuccess : unsupported;
 }
 
 CFTypeRef copyWindows(pid_t process) {
@@ -113,12 +139,15 @@ AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribu
                                      CFTypeRef value) {
     fakeAccessibility().calls.push_back(
         {__func__, nameOf(element), fakeText(attribute), textOfValue(value)});
-    return errorOf(__func__);
+    const bool has = element->window ? isAmong(windowAttributes, fakeText(attribute))
+                                     : isAmong(applicationAttributes, fakeText(attribute));
+    return answerOf(__func__, element, has, kAXErrorAttributeUnsupported);
 }
 
 AXError AXUIElementPerformAction(AXUIElementRef element, CFStringRef action) {
     fakeAccessibility().calls.push_back({__func__, nameOf(element), fakeText(action), ""});
-    return errorOf(__func__);
+    const bool has = element->window && isAmong(windowActions, fakeText(action));
+    return answerOf(__func__, element, has, kAXErrorActionUnsupported);
 }
 
 AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds) {
