@@ -53,7 +53,6 @@ TEST_F(StatusItemConformance, OnlyTheEventsOfItsMaskPerformTheAction) {
 }
 
 TEST_F(StatusItemConformance, ACustomViewTakesThePlaceOfTheButton) {
-    const auto ordinary = item->button();
     auto view = std::make_shared<View>();
     auto within = std::make_shared<Button>();
     view->setFrame({0, 0, 40, 22});
@@ -70,14 +69,15 @@ TEST_F(StatusItemConformance, ACustomViewTakesThePlaceOfTheButton) {
 
     item->setCustomView(nullptr);
     EXPECT_EQ(item->customView(), nullptr);
-    ASSERT_TRUE(item->button());
-    EXPECT_EQ(item->button(), ordinary);
-    ASSERT_TRUE(until([&] { return world->isStatusItemShown() && ordinary->isInWindow(); }));
+    const auto again = item->button(); // some systems make another one
+    ASSERT_TRUE(again);
+    listen(*again);
+    ASSERT_TRUE(until([&] { return world->isStatusItemShown() && again->isInWindow(); }));
     EXPECT_FALSE(view->isInWindow());
     senders.clear();
     world->clickStatusItem(MouseButton::left);
     ASSERT_TRUE(until([this] { return !senders.empty(); }));
-    EXPECT_EQ(senders, std::vector<Sender*>{ordinary.get()});
+    EXPECT_EQ(senders, std::vector<Sender*>{again.get()});
 }
 
 TEST_F(StatusItemConformance, LettingGoOfItRemovesIt) {
