@@ -44,14 +44,4 @@ set(quillon_macos_sources
   SystemDefinedEvents.mm
   SystemUptime.mm
   UrlFetch.cpp)
-set(quillon_posix_sources
-  LoadedLibrary.cpp
-  StandardOutput.cpp
-  files/AtomicFile.cpp
-  files/FileErrors.cpp
-  files/FolderCalls.cpp
-  files/OpenFolder.cpp
-  files/PosixFileManager.cpp
-  files/TreeRemoval.cpp)
 list(TRANSFORM quillon_macos_sources PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
-list(TRANSFORM quillon_posix_sources PREPEND ${CMAKE_CURRENT_LIST_DIR}/../Posix/)
