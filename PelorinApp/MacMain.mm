@@ -5,9 +5,10 @@
 #include "Hub/HubToolStore.h"
 #include "PelorinAppApp.h"
 #include "Platform/MacOS/CoreFoundationTypes.h"
-#include "Platform/MacOS/MacDiagnostics.h"
 #include "Platform/MacOS/MacPlatform.h"
 #include "Platform/MacOS/MacUserDefaults.h"
+#include "Platform/Posix/StandardError.h"
+#include "Platform/Posix/StandardOutput.h"
 #include "Replay/replay.h"
 #include "Views/HubModel.h"
 #include "Views/Screens.h"
@@ -57,7 +58,7 @@ int run(int argc, char** argv) {
 
 int changeDefaults(const DefaultsRequest& request, int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    MacDiagnostics diagnostics;
+    StandardError diagnostics;
     MacUserDefaultsStores stores(diagnostics);
     const auto flush = [&request] {
         const CfOwned<CFStringRef> suite = cfText(request.suite);

@@ -8,7 +8,6 @@
 #include "Platform/MacOS/MacApplications.h"
 #include "Platform/MacOS/MacAudioHardware.h"
 #include "Platform/MacOS/MacBundle.h"
-#include "Platform/MacOS/MacDiagnostics.h"
 #include "Platform/MacOS/MacDisplays.h"
 #include "Platform/MacOS/MacDynamicLibraries.h"
 #include "Platform/MacOS/MacEventMonitors.h"
@@ -28,6 +27,7 @@
 #include "Platform/MacOS/MacWorkspace.h"
 #include "Platform/MacOS/NativeViews.h"
 #include "Platform/MacOS/QuickContent.h"
+#include "Platform/Posix/StandardOutput.h"
 
 #include <utility>
 
@@ -41,7 +41,7 @@ struct MacPlatform::Services {
                        return std::make_unique<QuickContent>(screens(screen), std::move(handlers));
                    }) {}
 
-    MacDiagnostics diagnostics;
+    StandardOutput diagnostics;
     MacRunLoop runLoop;
     MacEventServices events{runLoop};
     MacDisplays displays;

@@ -1,5 +1,4 @@
-# The files of this folder, and those that it shares with other systems of its kind: for the program
-# on a Mac, and for the tests elsewhere.
+# The files of this folder: for the program on a Mac, and for the tests elsewhere.
 set(quillon_macos_sources
   ActionTarget.mm
   CoreFoundationTypes.cpp
@@ -45,3 +44,4 @@ set(quillon_macos_sources
   SystemUptime.mm
   UrlFetch.cpp)
 list(TRANSFORM quillon_macos_sources PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
+include(${CMAKE_CURRENT_LIST_DIR}/../Posix/Sources.cmake)

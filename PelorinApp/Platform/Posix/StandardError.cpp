@@ -1,4 +1,4 @@
-#include "Platform/Linux/session/StandardError.h"
+#include "Platform/Posix/StandardError.h"
 
 #include <algorithm>
 #include <iostream>
