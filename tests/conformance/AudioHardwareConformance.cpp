@@ -60,6 +60,10 @@ TEST_F(OutputDevice, ValuesOfAnotherSizeAreErrors) {
     EXPECT_FALSE(audio().setPropertyData(device, virtualMainVolumeAddress, small));
     EXPECT_FALSE(audio().getPropertyData(device, muteAddress, small));
     EXPECT_FALSE(audio().getPropertyData(audioSystemObject, defaultOutputDeviceAddress, small));
+    std::array<std::byte, 8> large{};
+    EXPECT_FALSE(audio().getPropertyData(device, virtualMainVolumeAddress, large));
+    EXPECT_FALSE(audio().getPropertyData(device, muteAddress, large));
+    EXPECT_FALSE(audio().getPropertyData(audioSystemObject, defaultOutputDeviceAddress, large));
 }
 
 TEST_F(OutputDevice, OtherObjectsAndPropertiesAreErrors) {

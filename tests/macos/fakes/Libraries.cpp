@@ -5,7 +5,8 @@
 namespace quillon::fakes {
 
 FakeLibraries& fakeLibraries() {
-    static FakeLibraries fake;
+    // Never destroyed: libraries are closed also while the program ends.
+    static FakeLibraries& fake = *new FakeLibraries;
     return fake;
 }
 
