@@ -3,9 +3,9 @@
 #include "Platform/Linux/tray/PanelPlace.h"
 #include "Platform/Linux/windows/EwmhClient.h"
 #include "Platform/Linux/windows/PopoverWindow.h"
-#include "Platform/Quick/QuickScreen.h"
 #include "Platform/Linux/x11/X11Displays.h"
 #include "Platform/Popover.h"
+#include "Platform/Quick/QuickScreen.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
