@@ -34,6 +34,8 @@ class FirstUse(GestureTest):
             _x, y, _width, height = thing.place
             return hub.y + 60 <= y and y + height <= hub.y + hub.height
 
+        self.eyes.find(role, name, description)
+        await_idle(self.quillon.process)  # what slides in has arrived
         thing = self.eyes.find(role, name, description)
         self.injector.move(hub.middle[0] + 60, hub.middle[1])
         while not is_whole(thing):
