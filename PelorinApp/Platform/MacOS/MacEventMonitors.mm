@@ -1,6 +1,7 @@
 #include "Platform/MacOS/MacEventMonitors.h"
 
 #include "Platform/MacOS/OwnEventMark.h"
+#include "Platform/MacOS/SharedHandler.h"
 
 #import <AppKit/AppKit.h>
 
@@ -47,16 +48,14 @@ MonitoredEvent monitoredEvent(NSEvent* event) {
 
 EventMonitorRef MacEventMonitors::addGlobalMonitor(std::uint64_t mask, Handler handler,
                                                    std::string_view /*owner*/) {
-    const auto shared = std::make_shared<Handler>(std::move(handler));
+    const SharedHandler<const MonitoredEvent&> received(
+        std::move(handler)); // may remove its monitor
     id token = [NSEvent addGlobalMonitorForEventsMatchingMask:mask
                                                       handler:^(NSEvent* event) {
                                                         if (isOwn(event)) {
                                                             return;
                                                         }
-                                                        // The handler may remove its monitor,
-                                                        // which lets go of this block.
-                                                        const auto running = shared;
-                                                        (*running)(monitoredEvent(event));
+                                                        received(monitoredEvent(event));
                                                       }];
     return token == nil ? nullptr : std::make_shared<MacEventMonitor>(token);
 }

@@ -24,7 +24,7 @@ class MacMenus final : public Menus {
   private:
     /// Shows this one from now on, and lets go of the one before.
     NSMenu* take(const std::shared_ptr<Menu>& menu);
-    NSMenuItem* itemFor(const std::shared_ptr<MenuItem>& item);
+    NSMenuItem* itemFor(const std::shared_ptr<MenuItem>& shared);
     void letGo();
 
     NativeViews& views_;

@@ -1,6 +1,7 @@
 #include "Platform/MacOS/MacWorkspace.h"
 
 #include "Platform/MacOS/NSStrings.h"
+#include "Platform/MacOS/SharedHandler.h"
 
 #import <AppKit/AppKit.h>
 
@@ -12,15 +13,13 @@ namespace quillon {
 class MacWorkspace::Observation {
   public:
     explicit Observation(std::function<void()> changed) {
-        const auto shared = std::make_shared<std::function<void()>>(std::move(changed));
+        const SharedHandler<> handler(std::move(changed)); // which may set another one
         token_ =
             [center() addObserverForName:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
                                   object:nil
                                    queue:[NSOperationQueue mainQueue]
                               usingBlock:^(NSNotification* /*notification*/) {
-                                // It may set another handler, which lets go of this block.
-                                const auto running = shared;
-                                (*running)();
+                                handler();
                               }];
     }
     Observation(const Observation&) = delete;

@@ -1,5 +1,6 @@
 #include "Platform/MacOS/QuickContent.h"
 
+#include <bit>
 #include <utility>
 
 namespace quillon {
@@ -10,7 +11,7 @@ QuickContent::QuickContent(const QuickScreen& screen, PopoverContentHandlers han
     QObject::connect(&view_, &ScreenView::sizeChanged, &view_, std::move(handlers.resized));
 }
 
-void* QuickContent::nativeView() { return reinterpret_cast<void*>(view_.winId()); }
+void* QuickContent::nativeView() { return std::bit_cast<void*>(view_.winId()); }
 
 Size QuickContent::size() const {
     return {static_cast<double>(view_.width()), static_cast<double>(view_.height())};

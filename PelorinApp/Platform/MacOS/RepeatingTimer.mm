@@ -1,5 +1,7 @@
 #include "Platform/MacOS/RepeatingTimer.h"
 
+#include "Platform/MacOS/SharedHandler.h"
+
 #import <Foundation/Foundation.h>
 
 #include <memory>
@@ -21,14 +23,11 @@ class RepeatingTimer final : public Timer {
 } // namespace
 
 TimerRef scheduleRepeatingTimer(double seconds, std::function<void()> work) {
-    const auto shared = std::make_shared<std::function<void()>>(std::move(work));
+    const SharedHandler<> fired(std::move(work)); // which may cancel its own timer
     NSTimer* timer = [NSTimer scheduledTimerWithTimeInterval:seconds
                                                      repeats:YES
-                                                       block:^(NSTimer* /*fired*/) {
-                                                         // The work may cancel its own timer, which
-                                                         // lets go of this block.
-                                                         const auto running = shared;
-                                                         (*running)();
+                                                       block:^(NSTimer* /*timer*/) {
+                                                         fired();
                                                        }];
     return std::make_shared<RepeatingTimer>(timer);
 }
