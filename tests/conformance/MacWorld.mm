@@ -453,7 +453,7 @@ class MacWorld final : public World {
     MacMenus menus_{views_};
     MacAlerts alerts_;
     MacLoginItem loginItem_;
-    MacUpdaters updaters_;
+    MacUpdaters updaters_{views_};
     MacWorkspace workspace_;
     Platform platform_{.runLoop = runLoop_,
                        .events = events_,

@@ -82,10 +82,25 @@ TEST_F(ApplicationTest, KnowsTheEventOfTheMoment) {
 
 TEST_F(ApplicationTest, IsRepairedWhenItBecomesActive) {
     shell.launch();
-    [shell.button() setToolTip:nil];
+    NSButton* const button = shell.button();
+    const id target = [button target];
+    [button setAlphaValue:0.01];
+    [button setToolTip:nil];
+    [button setTarget:nil];
+    [button setAction:nullptr];
+    [button setEnabled:NO];
+    [button setRefusesFirstResponder:YES];
+    [button sendActionOn:0];
+    [button setAlignment:NSTextAlignmentRight];
     shell.delegate->applicationDidBecomeActive();
-    EXPECT_TRUE([shell.button() isEnabled]);
-    EXPECT_STREQ(sel_getName([shell.button() action]), "statusBarButtonPressed:");
+    EXPECT_EQ([button alphaValue], 1);
+    EXPECT_STREQ([[button toolTip] UTF8String], "Open Quillon — Right-click for menu");
+    EXPECT_EQ([button target], target);
+    EXPECT_STREQ(sel_getName([button action]), "statusBarButtonPressed:");
+    EXPECT_TRUE([button isEnabled]);
+    EXPECT_FALSE([button refusesFirstResponder]);
+    EXPECT_EQ([button sendActionOn:0], NSEventMaskLeftMouseUp | NSEventMaskRightMouseUp);
+    EXPECT_EQ([button alignment], NSTextAlignmentCenter);
 }
 
 TEST_F(ApplicationTest, TerminatesWithoutSender) {

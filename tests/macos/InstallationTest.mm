@@ -2,6 +2,7 @@
 #include "Platform/MacOS/MacFileManager.h"
 #include "Platform/MacOS/MacLoginItem.h"
 #include "Platform/MacOS/MacUpdaters.h"
+#include "Platform/MacOS/NativeViews.h"
 
 #include "fakes/FakeInstallation.h"
 #include "fakes/Foundation.h"
@@ -69,7 +70,8 @@ struct FeedOf final : UpdaterDelegate {
 };
 
 TEST_F(InstallationTest, AnUpdaterIsStartedWithADelegateAndNoUserDriverDelegate) {
-    MacUpdaters updaters;
+    NativeViews views;
+    MacUpdaters updaters(views);
     const auto delegate = std::make_shared<FeedOf>();
     const auto controller = updaters.makeController(true, delegate);
     ASSERT_EQ(fakeInstallation().updaterRequests.size(), 1U);
@@ -78,12 +80,18 @@ TEST_F(InstallationTest, AnUpdaterIsStartedWithADelegateAndNoUserDriverDelegate)
     EXPECT_FALSE(fakeInstallation().updaterRequests[0].hasUserDriverDelegate);
     controller->checkForUpdates(nullptr);
     EXPECT_EQ(fakeInstallation().updateChecks, std::vector<bool>{false});
+    Sender item;
+    const id native = [[NSObject alloc] init];
+    views.add(item, native);
+    controller->checkForUpdates(&item);
+    EXPECT_EQ(fakeInstallation().updateChecks, (std::vector<bool>{false, true})) << "its sender";
     const auto notStarted = updaters.makeController(false, delegate);
     EXPECT_FALSE(fakeInstallation().updaterRequests.at(1).startsUpdater);
 }
 
 TEST_F(InstallationTest, TheUpdatersDelegateIsAskedForTheFeedAndHeldWeakly) {
-    MacUpdaters updaters;
+    NativeViews views;
+    MacUpdaters updaters(views);
     auto delegate = std::make_shared<FeedOf>();
     const auto controller = updaters.makeController(true, delegate);
     EXPECT_EQ(fakeInstallation().askedFeed(), std::nullopt) << "that of the bundle";

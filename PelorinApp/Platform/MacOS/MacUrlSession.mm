@@ -113,10 +113,9 @@ double patienceOf(const UrlRequest& request) {
 
 NSURLSessionTask* begin(NSURL* url, double patience, std::shared_ptr<UrlFetch> fetch) {
     NSURLSessionConfiguration* configuration =
-        [NSURLSessionConfiguration ephemeralSessionConfiguration];
+        [NSURLSessionConfiguration defaultSessionConfiguration];
     [configuration setTimeoutIntervalForRequest:patience];
     [configuration setTimeoutIntervalForResource:longestExchange];
-    [configuration setURLCache:nil];
     QuillonUrlFetchDelegate* delegate =
         [[QuillonUrlFetchDelegate alloc] initWithFetch:std::move(fetch)];
     NSURLSession* session = [NSURLSession sessionWithConfiguration:configuration

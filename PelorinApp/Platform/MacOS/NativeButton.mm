@@ -11,23 +11,23 @@ bool NativeButton::update() {
     const ButtonCell* const cell = button_.cell();
     State state{button_.look(), cell == nullptr ? std::nullopt : std::optional(cell->alignment),
                 button_.sendsActionOn(), button_.isEnabled(), button_.refusesFirstResponder()};
-    [native_ setTarget:target_.object()];
-    [native_ setAction:target_.selectorOf(button_.action(), button_)];
-    if (state == applied_) {
-        return false;
-    }
     if (!applied_ || applied_->look != state.look) {
         applyFrameOfLook(state.look, applied_ ? applied_->look : ButtonLook{});
         applyLook(state.look);
     }
-    if (state.cellAlignment && [[native_ cell] isKindOfClass:[NSButtonCell class]]) {
-        [[native_ cell] setAlignment:nativeAlignment(*state.cellAlignment)];
-    }
+    // Without these it would not work: the system may have changed them, so they are set again.
+    [native_ setTarget:target_.object()];
+    [native_ setAction:target_.selectorOf(button_.action(), button_)];
     [native_ sendActionOn:static_cast<NSEventMask>(state.sendsActionOn)];
     [native_ setEnabled:state.isEnabled];
     [native_ setRefusesFirstResponder:state.refusesFirstResponder];
+    [native_ setAlignment:nativeAlignment(state.look.alignment)];
+    if (state.cellAlignment && [[native_ cell] isKindOfClass:[NSButtonCell class]]) {
+        [[native_ cell] setAlignment:nativeAlignment(*state.cellAlignment)];
+    }
+    const bool isChanged = state != applied_;
     applied_ = std::move(state);
-    return true;
+    return isChanged;
 }
 
 /// Only what is asked for otherwise than is usual: a button of the system's own making comes with
@@ -61,7 +61,6 @@ void NativeButton::applyLook(const ButtonLook& look) {
     [native_ setImage:look.image ? nativeImage(*look.image) : nil];
     [native_ setImageScaling:nativeScaling(look.imageScaling)];
     [native_ setImagePosition:nativePosition(look.imagePosition)];
-    [native_ setAlignment:nativeAlignment(look.alignment)];
 }
 
 } // namespace quillon

@@ -17,7 +17,6 @@ class FakeUrls {
 
         // Of its session.
         bool isEphemeral = false;
-        bool hasCache = true;
         bool hasDelegateQueue = false;
         double timeoutForRequest = 0;
         double timeoutForResource = 0;

@@ -24,7 +24,6 @@ struct ResponseState {
 
 struct ConfigurationState {
     bool isEphemeral = false;
-    bool hasCache = true;
     NSTimeInterval timeoutForRequest = 60;
     NSTimeInterval timeoutForResource = 7.0 * 24 * 60 * 60;
 };
@@ -116,9 +115,6 @@ NSURLResponse* response(NSURL* url, std::optional<int> status, long long expecte
 - (void)setTimeoutIntervalForResource:(NSTimeInterval)timeout {
     stateOf<ConfigurationState>(self).timeoutForResource = timeout;
 }
-- (void)setURLCache:(NSURLCache*)cache {
-    stateOf<ConfigurationState>(self).hasCache = (void*)cache != nullptr;
-}
 @end
 
 @implementation NSURLSession
@@ -137,7 +133,6 @@ NSURLResponse* response(NSURL* url, std::optional<int> status, long long expecte
     fetch.cachePolicy = [request cachePolicy];
     fetch.requestTimeout = [request timeoutInterval];
     fetch.isEphemeral = configuration.isEphemeral;
-    fetch.hasCache = configuration.hasCache;
     fetch.hasDelegateQueue = session.queue != nil;
     fetch.timeoutForRequest = configuration.timeoutForRequest;
     fetch.timeoutForResource = configuration.timeoutForResource;
