@@ -1,3 +1,5 @@
+#include "FakeInstallation.h"
+#include "Platform/MacOS/MacLoginItem.h"
 #include "VisibleShell.h"
 
 #include <gtest/gtest.h>
@@ -64,8 +66,10 @@ TEST_F(MenusTest, ItsItems) {
         EXPECT_EQ(utf8(item.keyEquivalent), rows[index].key);
         EXPECT_TRUE(item.isEnabled);
         EXPECT_TRUE(item.image == nil);
+        EXPECT_EQ(item.timesImageSet, 1);
+        EXPECT_EQ(item.modifiers, NSEventModifierFlagCommand);
+        EXPECT_EQ(item.timesModifiersSet, rows[index].key.empty() ? 0 : 1);
     }
-    EXPECT_EQ(fakeMenuItem(shell.menuItem(4)).modifiers, NSEventModifierFlagCommand);
 }
 
 TEST_F(MenusTest, ChecksTheLoginItemWhenItIsEnabled) {
@@ -82,6 +86,25 @@ TEST_F(MenusTest, WhereThereIsNoLoginItemItCannotBeChosen) {
     rightClick();
     EXPECT_FALSE([shell.menuItem(1) isEnabled]);
     EXPECT_FALSE(choose(shell.menuItem(1)));
+}
+
+// Not of the fixture, whose shell has a login item.
+TEST(MenusBeforeMacOS13Test, LaunchAtLoginCannotBeChosen) {
+    fakeInstallation().reset();
+    MissingLoginItem missing;
+    EXPECT_FALSE(missing.isSupported());
+    EXPECT_FALSE(missing.isEnabled());
+    VisibleShell shell(&missing);
+    shell.launch();
+    shell.use(shell.button(), NSEventTypeRightMouseUp);
+    EXPECT_EQ(utf8(fakeMenuItem(shell.menuItem(1)).title), "Launch at Login");
+    EXPECT_FALSE([shell.menuItem(1) isEnabled]);
+    EXPECT_EQ([shell.menuItem(1) state], NSControlStateValueOff);
+    EXPECT_FALSE(choose(shell.menuItem(1)));
+    const std::string reason = "Launch at Login requires macOS 13 or later.";
+    EXPECT_EQ(missing.registerService(), reason);
+    EXPECT_EQ(missing.unregisterService(), reason);
+    EXPECT_TRUE(fakeInstallation().loginItemCalls.empty());
 }
 
 TEST_F(MenusTest, AChosenItemPerformsItsAction) {

@@ -58,7 +58,8 @@ class ContentInHand final : public PopoverContent {
 /// The shell on what people see of macOS, all else being simulated.
 class VisibleShell {
   public:
-    VisibleShell() {
+    /// `ownLoginItem` in place of the simulated one.
+    explicit VisibleShell(LoginItem* ownLoginItem = nullptr) : ownLoginItem_(ownLoginItem) {
         fakes::fakeStatusBar().reset();
         fakes::fakeMenus().reset();
         fakes::fakeImages().reset();
@@ -116,6 +117,10 @@ class VisibleShell {
         desktop.runLoop.drain();
     }
 
+  private:
+    LoginItem* const ownLoginItem_;
+
+  public:
     std::vector<std::string> lines;
     ContentInHand::State content;
     SimulatedDesktop desktop{[this](std::string_view kind, const std::string& detail) {
@@ -159,7 +164,7 @@ class VisibleShell {
                       .popovers = popovers,
                       .menus = menus,
                       .alerts = alerts,
-                      .loginItem = desktop.loginItem,
+                      .loginItem = ownLoginItem_ ? *ownLoginItem_ : desktop.loginItem,
                       .updaters = desktop.updaters,
                       .workspace = desktop.workspace};
     std::shared_ptr<AppDelegate> delegate;

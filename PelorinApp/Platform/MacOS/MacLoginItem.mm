@@ -21,14 +21,14 @@ bool MacLoginItem::isSupported() const {
     if (@available(macOS 13.0, *)) {
         return true;
     }
-    return false;
+    return MissingLoginItem().isSupported();
 }
 
 bool MacLoginItem::isEnabled() const {
     if (@available(macOS 13.0, *)) {
         return [[SMAppService mainAppService] status] == SMAppServiceStatusEnabled;
     }
-    return false;
+    return MissingLoginItem().isEnabled();
 }
 
 std::optional<std::string> MacLoginItem::registerService() {
@@ -38,7 +38,7 @@ std::optional<std::string> MacLoginItem::registerService() {
                    ? std::nullopt
                    : std::optional(reason(error));
     }
-    return tooOld;
+    return MissingLoginItem().registerService();
 }
 
 std::optional<std::string> MacLoginItem::unregisterService() {
@@ -48,7 +48,15 @@ std::optional<std::string> MacLoginItem::unregisterService() {
                    ? std::nullopt
                    : std::optional(reason(error));
     }
-    return tooOld;
+    return MissingLoginItem().unregisterService();
 }
+
+bool MissingLoginItem::isSupported() const { return false; }
+
+bool MissingLoginItem::isEnabled() const { return false; }
+
+std::optional<std::string> MissingLoginItem::registerService() { return tooOld; }
+
+std::optional<std::string> MissingLoginItem::unregisterService() { return tooOld; }
 
 } // namespace quillon

@@ -94,12 +94,14 @@ void show(NSMenu* menu, NSView* view) {
 }
 - (void)setKeyEquivalentModifierMask:(NSEventModifierFlags)mask {
     fakeMenuItem(self).modifiers = mask;
+    ++fakeMenuItem(self).timesModifiersSet;
 }
 - (NSImage*)image {
     return fakeMenuItem(self).image;
 }
 - (void)setImage:(NSImage*)image {
     fakeMenuItem(self).image = image;
+    ++fakeMenuItem(self).timesImageSet;
 }
 - (NSControlStateValue)state {
     return fakeMenuItem(self).state;

@@ -13,8 +13,11 @@ struct FakeMenuItem {
     bool isSeparator = false;
     NSString* title = @"";
     NSString* keyEquivalent = @"";
+    // These begin as on a Mac, so that whether they were set is seen by the counts alone.
     NSEventModifierFlags modifiers = NSEventModifierFlagCommand;
+    int timesModifiersSet = 0;
     NSImage* image = nil;
+    int timesImageSet = 0;
     NSControlStateValue state = NSControlStateValueOff;
     bool isEnabled = true;
     id target = nil;
