@@ -37,9 +37,15 @@ Flickable {
     }
 
     readonly property Item focused: Window.activeFocusItem
+    property Item followed: null // it stays in sight until somebody scrolls
     onFocusedChanged: {
-        if (focused && contains(focused))
-            show(focused)
+        followed = focused && contains(focused) ? focused : null
+        follow()
+    }
+
+    function follow() {
+        if (followed)
+            show(followed)
     }
 
     Keys.onPressed: event => {
@@ -54,10 +60,15 @@ Flickable {
         case Qt.Key_End: scrollTo(contentHeight); break
         default: return
         }
+        followed = null
         event.accepted = true
     }
 
-    onContentHeightChanged: scrollTo(contentY)
+    onMovementStarted: followed = null
+    onContentHeightChanged: {
+        scrollTo(contentY)
+        follow()
+    }
 
     Column {
         id: column

@@ -43,6 +43,29 @@ TEST_F(HubKeyboard, WhatIsFoldedAwayHasNoKeys) {
     EXPECT_TRUE(simulated.store->isEnabled(windowTool));
 }
 
+TEST_F(HubKeyboard, WhatHasTheKeysStaysInSightAsTheListGrows) {
+    click(button("Installed"));
+    QQuickItem* const header = button("Marketplace");
+    focus(header);
+    QMetaObject::invokeMethod(button("Installed"), "press");
+    settle();
+    ASSERT_EQ(view.activeFocusItem(), header);
+    EXPECT_GT(scrolled(), 0);
+    EXPECT_LE(header->mapToScene({0, header->height()}).y(), view.height());
+
+    key(Qt::Key_Home);
+    click(button("Installed")); // which is where the keys are now
+    EXPECT_EQ(scrolled(), 0);
+}
+
+TEST_F(HubKeyboard, AListThatSomebodyHasScrolledStaysThere) {
+    focus(button("Marketplace"));
+    key(Qt::Key_Home);
+    simulated.store->uninstall(mediaTool);
+    settle();
+    EXPECT_EQ(scrolled(), 0);
+}
+
 TEST_F(HubKeyboard, BackToWhereTheToolWasOpened) {
     QQuickItem* customize = button("Customize", card("Desktop+"));
     focus(customize);
