@@ -104,6 +104,14 @@ bool SimulatedEventMonitors::hasMonitor(std::string_view owner) const {
                        [&](const auto& monitor) { return monitor->owner == owner; });
 }
 
+std::uint64_t SimulatedEventMonitors::mask(std::string_view owner) const {
+    std::uint64_t mask = 0;
+    for (const auto& monitor : living()) {
+        mask |= monitor->owner == owner ? monitor->mask : 0;
+    }
+    return mask;
+}
+
 bool SimulatedEventMonitors::isArmed(std::string_view owner) const {
     const auto monitors = living();
     return std::any_of(monitors.begin(), monitors.end(), [&](const auto& monitor) {

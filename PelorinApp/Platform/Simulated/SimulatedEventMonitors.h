@@ -30,6 +30,8 @@ class SimulatedEventMonitors final : public EventMonitors {
 
     [[nodiscard]] std::size_t count() const;
     [[nodiscard]] bool hasMonitor(std::string_view owner) const;
+    /// The events that the monitors of `owner` ask for, as a mask.
+    [[nodiscard]] std::uint64_t mask(std::string_view owner) const;
     [[nodiscard]] bool isArmed(std::string_view owner) const;
 
     bool granting = true;

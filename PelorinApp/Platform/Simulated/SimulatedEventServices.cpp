@@ -186,6 +186,7 @@ void SimulatedEventServices::post(TapLocation /*location*/, const Event& event) 
         postKey(*click.systemDefined());
         return;
     }
+    postedButtons_.push_back(click.type());
     const bool isDown = click.type() == EventType::leftMouseDown ||
                         click.type() == EventType::rightMouseDown ||
                         click.type() == EventType::otherMouseDown;
@@ -220,6 +221,14 @@ bool SimulatedEventServices::isListening(std::string_view owner) const {
         }
     }
     return false;
+}
+
+std::uint64_t SimulatedEventServices::eventsOfInterest(std::string_view owner) const {
+    std::uint64_t mask = 0;
+    for (const auto& tap : living()) {
+        mask |= tap->owner == owner ? tap->mask : 0;
+    }
+    return mask;
 }
 
 ConstantRewrite SimulatedEventServices::constantRewrite(std::string_view owner) const {

@@ -61,11 +61,17 @@ class SimulatedEventServices final : public EventServices {
     [[nodiscard]] bool hasTap(std::string_view owner) const;
     [[nodiscard]] bool isListening(std::string_view owner) const;
 
+    /// The events that the taps of `owner` ask for, as a mask.
+    [[nodiscard]] std::uint64_t eventsOfInterest(std::string_view owner) const;
+
     /// What the enabled taps of `owner` say that they do to every event.
     [[nodiscard]] ConstantRewrite constantRewrite(std::string_view owner) const;
 
     /// Whether some enabled tap says that it could consume at this place.
     [[nodiscard]] bool isArmedAt(Point pointer, std::span<const Rect> screens) const;
+
+    /// The types of all presses and releases of buttons that were posted, in order.
+    [[nodiscard]] const std::vector<EventType>& postedButtons() const { return postedButtons_; }
 
   private:
     class SimulatedTap;
@@ -80,6 +86,7 @@ class SimulatedEventServices final : public EventServices {
     bool makesMouseEvents_ = true;
     bool makesSystemDefinedEvents_ = true;
     std::optional<SystemDefinedEvent> keyDown_; // posted, and its release not yet
+    std::vector<EventType> postedButtons_;
     std::function<void()> panicHandler_;
     std::vector<std::weak_ptr<SimulatedTap>> taps_; // newest first
 };

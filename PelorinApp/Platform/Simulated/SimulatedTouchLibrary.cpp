@@ -77,12 +77,16 @@ void SimulatedTouchLibrary::registerCallback(TouchDevice device, ContactFrameCal
     trackpad(device).callback_ = callback;
 }
 
-void SimulatedTouchLibrary::unregisterCallback(TouchDevice device,
-                                               ContactFrameCallback /*callback*/) {
-    trackpad(device).callback_ = nullptr;
+void SimulatedTouchLibrary::unregisterCallback(TouchDevice device, ContactFrameCallback callback) {
+    if (trackpad(device).callback_ == callback) {
+        trackpad(device).callback_ = nullptr;
+    }
 }
 
-void SimulatedTouchLibrary::start(TouchDevice device, int /*mode*/) {
+void SimulatedTouchLibrary::start(TouchDevice device, int mode) {
+    if (mode != 0) {
+        return;
+    }
     trackpad(device).started_ = true;
     if (trackpad(device).contacts_ > 0) {
         trackpad(device).sendFrame(); // fingers that were there before

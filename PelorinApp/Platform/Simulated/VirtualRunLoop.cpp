@@ -47,7 +47,8 @@ class VirtualRunLoop::VirtualSerialQueue final : public SerialQueue {
     std::shared_ptr<MainQueue> queue_;
 };
 
-std::unique_ptr<SerialQueue> VirtualRunLoop::makeSerialQueue(std::string_view /*label*/) {
+std::unique_ptr<SerialQueue> VirtualRunLoop::makeSerialQueue(std::string_view label) {
+    queueLabels_.emplace_back(label);
     auto queue = std::make_shared<MainQueue>();
     std::erase_if(serial_, [](const auto& old) { return old.expired(); });
     serial_.push_back(queue);

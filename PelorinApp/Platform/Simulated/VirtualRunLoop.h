@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace quillon {
@@ -40,6 +41,9 @@ class VirtualRunLoop final : public RunLoop {
     void advanceTo(Microseconds time);
     void advance(double seconds);
 
+    /// The labels of all serial queues that were made, oldest first.
+    [[nodiscard]] const std::vector<std::string>& queueLabels() const { return queueLabels_; }
+
     /// How many timers are scheduled: for tests that something has stopped ticking.
     [[nodiscard]] std::size_t timerCount() const { return timers_.size(); }
 
@@ -69,6 +73,7 @@ class VirtualRunLoop final : public RunLoop {
     MainQueue main_;
     MainQueue background_;
     std::vector<std::weak_ptr<MainQueue>> serial_; // oldest first
+    std::vector<std::string> queueLabels_;
 };
 
 } // namespace quillon

@@ -17,6 +17,11 @@ TEST_F(EdgeScrollTap, PassesWithoutAContext) {
     EXPECT_EQ(EdgeScrollManager::tapCallback(EventType::scrollWheel, &event, nullptr), &event);
 }
 
+TEST_F(EdgeScrollTap, AsksForScrollsAlone) {
+    const auto manager = startTool();
+    EXPECT_EQ(desktop.events.eventsOfInterest(Tool4EdgesManager::toolId), 1U << 22);
+}
+
 TEST_F(EdgeScrollTap, PassesOtherTypesInTheBand) {
     const auto manager = startTool();
     pointerAtLeftEdge();

@@ -53,6 +53,11 @@ struct ScrollReverse : testing::Test, ToolBench {
     }
 };
 
+TEST_F(ScrollReverse, ItsTapAsksForScrollsAlone) {
+    const auto manager = startReversing(true, true);
+    EXPECT_EQ(desktop.events.eventsOfInterest(ScrollReverseManager::toolId), 1U << 22);
+}
+
 TEST_F(ScrollReverse, NegatesAllSixDeltasAndNothingElse) {
     const auto manager = startReversing(false, true);
     FieldEvent event;

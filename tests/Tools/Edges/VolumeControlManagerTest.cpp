@@ -32,6 +32,11 @@ struct VolumeControl : testing::Test, ToolBench {
     }
 };
 
+TEST_F(VolumeControl, ItsMonitorAsksForScrollsAlone) {
+    const auto manager = startVolume();
+    EXPECT_EQ(desktop.monitors.mask(VolumeControlManager::toolId), 1U << 22);
+}
+
 TEST_F(VolumeControl, EveryScrollInTheBandIsOneStepAndGoesOn) {
     const auto manager = startVolume();
     EXPECT_EQ(scrollBy({{scrollLineDeltaAxis1, 30}}), Fate::pass);

@@ -50,6 +50,19 @@ TEST_F(MediaControl, ClicksAreCounted) {
     EXPECT_EQ(keysOf(1), Strings{"16"}) << "and forgotten";
 }
 
+TEST_F(MediaControl, ItsMonitorAsksForPressesOfTheButtonsThatAreOn) {
+    const auto maskWith = [this](bool middle, bool left) {
+        store("MediaControlMiddleButton", middle);
+        store("MediaControlLeftButton", left);
+        const auto manager = startMedia();
+        return desktop.monitors.mask(MediaControlManager::toolId);
+    };
+    EXPECT_EQ(maskWith(true, false), 1U << 25);
+    EXPECT_EQ(maskWith(false, true), 1U << 1);
+    EXPECT_EQ(maskWith(true, true), 1U << 25 | 1U << 1);
+    EXPECT_EQ(maskWith(false, false), 0U);
+}
+
 TEST_F(MediaControl, SaysWhatItDoes) {
     const auto manager = startMedia();
     clicks(2);

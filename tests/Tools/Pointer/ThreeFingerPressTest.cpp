@@ -38,6 +38,19 @@ TEST_F(ThreeFingerPressTest, ThreeFingersMakeAMiddleClick) {
                               "log ✅ Middle mouse click simulated at (300.0, 50.0)"}));
 }
 
+TEST_F(ThreeFingerPressTest, ItsTapAsksForLeftPressesAlone) {
+    const auto manager = start();
+    EXPECT_EQ(desktop.events.eventsOfInterest(ThreeFingerPress::toolId), 1U << 1);
+}
+
+TEST_F(ThreeFingerPressTest, ItPostsAPressAndAReleaseOfAnOtherButton) {
+    const auto manager = start();
+    touch(3);
+    pressLeft();
+    desktop.runLoop.advance(0.01);
+    EXPECT_EQ(desktop.events.postedButtons(), (std::vector{EventType{25}, EventType{26}}));
+}
+
 TEST_F(ThreeFingerPressTest, AnyOtherNumberOfFingersPasses) {
     const auto manager = start();
     for (const int contacts : {0, 1, 2, 4, 5, 11}) {

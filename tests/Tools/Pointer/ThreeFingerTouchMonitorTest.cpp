@@ -106,6 +106,22 @@ TEST_F(ThreeFingerTouchMonitorTest, EachStartLoadsTheLibraryAnew) {
     EXPECT_EQ(monitor->currentContactCount(), 3);
 }
 
+TEST_F(ThreeFingerTouchMonitorTest, StoppingTakesBackTheCallbackThatWasRegistered) {
+    monitor->start();
+    EXPECT_NE(library.callback(), nullptr);
+    monitor->stop();
+    EXPECT_EQ(library.callback(), nullptr) << "the library keeps what it was not given back";
+}
+
+TEST_F(ThreeFingerTouchMonitorTest, StartsTheDeviceInTheOnlyModeThatThereIs) {
+    monitor->start();
+    EXPECT_TRUE(library.isStarted()) << "the library refuses any mode but 0";
+}
+
+TEST_F(ThreeFingerTouchMonitorTest, ItsQueueBearsItsName) {
+    EXPECT_EQ(desktop.runLoop.queueLabels(), std::vector<std::string>{"threefinger.touch.state"});
+}
+
 TEST_F(ThreeFingerTouchMonitorTest, StoppedItHearsNothing) {
     monitor->start();
     library.touch(3);

@@ -33,6 +33,12 @@ TEST_F(WindowSwitcherLifeCycle, StartsFromTheFirstAnswer) {
     EXPECT_EQ(desktop.runLoop.timerCount(), 1U) << "the health timer; the poll has ended";
 }
 
+TEST_F(WindowSwitcherLifeCycle, ItsScrollTapAsksForScrollsAlone) {
+    enable();
+    const auto manager = startSwitcher();
+    EXPECT_EQ(desktop.events.eventsOfInterest(WindowSwitcherManager::toolId), 1U << 22);
+}
+
 TEST_F(WindowSwitcherLifeCycle, PollGoesOnWhileTheToolIsOff) {
     const auto manager = startSwitcher();
     EXPECT_TRUE(manager->hasAccessibilityPermission());
