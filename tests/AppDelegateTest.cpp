@@ -183,6 +183,12 @@ TEST_F(AppDelegateTest, AClockSetBackDoesNotKeepItOpen) {
     EXPECT_FALSE(isOpen());
 }
 
+TEST_F(AppDelegateTest, TheMonitorOfTheOutsideAsksForPressesOfTwoButtons) {
+    launch();
+    open();
+    EXPECT_EQ(bench.desktop.monitors.mask(""), 1U << 1 | 1U << 3);
+}
+
 TEST_F(AppDelegateTest, EitherButtonOutsideCloses) {
     launch();
     for (const auto down : {EventType::leftMouseDown, EventType::rightMouseDown}) {
