@@ -5,7 +5,6 @@
 #include <Foundation/NSURLRequest.h>
 #include <Foundation/NSURLResponse.h>
 
-@class NSURLCache;
 @class NSURLSession;
 @class NSURLSessionConfiguration;
 @class NSURLSessionDataTask;
@@ -53,7 +52,6 @@ typedef NS_ENUM(NSInteger, NSURLSessionTaskState) {
 @property NSURLRequestCachePolicy requestCachePolicy;
 @property NSTimeInterval timeoutIntervalForRequest;
 @property NSTimeInterval timeoutIntervalForResource;
-@property(retain) NSURLCache* URLCache;
 @end
 
 typedef NS_ENUM(NSInteger, NSURLSessionResponseDisposition) {
